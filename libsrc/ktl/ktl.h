@@ -1,0 +1,19 @@
+#ifndef KTL_KTL_H
+#define KTL_KTL_H
+
+// Everything a host needs, in one include.
+#include <matrix/matrix.h>
+#include <util/util.h>
+
+#include <ktl/atom.h>
+#include <ktl/eval.h>
+#include <ktl/io.h>
+#include <ktl/lenv.h>
+#include <ktl/list.h>
+#include <ktl/lstream.h>
+#include <ktl/memory.h>
+#include <ktl/null.h>
+#include <ktl/read.h>
+#include <ktl/register.h>
+
+#endif

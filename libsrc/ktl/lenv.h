@@ -1,0 +1,57 @@
+#ifndef KTL_LENV_H
+#define KTL_LENV_H
+
+#include <ktl/memory.h>
+
+namespace KORRti {
+
+// One binding of a frame's table.
+struct symbol_entry {
+  symbol_entry(DtlObjPtr const& symbol, DtlObjPtr const& value)
+      : symbol(symbol), value(value), next(nullptr) {}
+  DtlObjPtr symbol;
+  DtlObjPtr value;
+  symbol_entry* next;
+};
+
+// The bucket of a name: the byte sum of its characters, modulo 256.
+int bucket_number(char const* name);
+
+// A frame's bindings: 256 chains, newest binding first, looked up by name.
+class DtlHashTable {
+ public:
+  static const int kBuckets = 256;
+
+  DtlHashTable();
+  ~DtlHashTable();
+  DtlHashTable(DtlHashTable const&) = delete;
+  DtlHashTable& operator=(DtlHashTable const&) = delete;
+
+  // The value bound to name, or a null handle.
+  DtlObjPtr lookup(char const* name);
+  // The symbol bound under name, or a null handle.
+  DtlObjPtr findsym(char const* name);
+  DtlObjPtr insert(DtlObjPtr const& symbol, DtlObjPtr const& value, DtlObjPtr const& frame);
+  DtlObjPtr rebind(DtlObjPtr const& symbol, DtlObjPtr const& value, DtlObjPtr const& frame);
+  void dump();
+  // A list of (symbol value) pairs, ended by an empty cell; nil for an empty table.
+  DtlObjPtr bindings();
+
+  symbol_entry* bucket(int index) const { return buckets_[index]; }
+
+ private:
+  symbol_entry* find(char const* name);
+  symbol_entry* buckets_[kBuckets];
+};
+
+// Frame primitives.
+DtlObjPtr DtlNewFrame(DtlObjPtr const& args, DtlObjPtr const& env);
+DtlObjPtr DtlTheFrame(DtlObjPtr const& args, DtlObjPtr const& env);
+DtlObjPtr DtlFrameBindings(DtlObjPtr const& args, DtlObjPtr const& env);
+DtlObjPtr DtlFrameParent(DtlObjPtr const& args, DtlObjPtr const& env);
+DtlObjPtr DtlFrameBound(DtlObjPtr const& args, DtlObjPtr const& env);
+DtlObjPtr DtlEnvDump(DtlObjPtr const& args, DtlObjPtr const& env);
+
+}  // namespace KORRti
+
+#endif

@@ -1,0 +1,337 @@
+#include <ktl/memory.h>
+
+#include <cstdint>
+#include <cstring>
+#include <new>
+#include <vector>
+
+#include <ktl/eval.h>
+#include <ktl/io.h>
+#include <ktl/lenv.h>
+#include <ktl/register.h>
+#include <util/dtList.h>
+#include <util/notify.h>
+
+namespace KORRti {
+
+thread_local DtlObjPtr* theNilPtr = nullptr;
+thread_local DtlObjPtr* theTPtr = nullptr;
+thread_local DtlObjPtr* theUnboundPtr = nullptr;
+
+namespace {
+
+// A private copy of text in array storage, or null when memory ran out.
+char* copyText(char const* text) {
+  size_t length = std::strlen(text) + 1;
+  char* copy = new (std::nothrow) char[length];
+  if (copy) std::memcpy(copy, text, length);
+  return copy;
+}
+
+DtlObj* allocate(DtlTagType tag) {
+  return new (std::nothrow) DtlObj(tag);
+}
+
+}  // namespace
+
+// ---- handles ---------------------------------------------------------------------------
+
+DtlObjPtr::DtlObjPtr(DtlTagType tag) : ptr_(allocate(tag)) {
+  IncObjRefCnt(ptr_);
+}
+DtlObjPtr::DtlObjPtr(int fixnum) : ptr_(new (std::nothrow) DtlObj(fixnum)) {
+  IncObjRefCnt(ptr_);
+}
+DtlObjPtr::DtlObjPtr(double flonum) : ptr_(new (std::nothrow) DtlObj(flonum)) {
+  IncObjRefCnt(ptr_);
+}
+DtlObjPtr::DtlObjPtr(char const* string) : ptr_(new (std::nothrow) DtlObj(string)) {
+  IncObjRefCnt(ptr_);
+}
+
+DtlNilObjPtr::DtlNilObjPtr() : DtlObjPtr(DtlNilTag) {}
+
+DtlObjTPtr::DtlObjTPtr() : DtlObjPtr(DtlSymbolTag) {
+  get()->setPname("t");
+}
+
+DtlObjUnboundPtr::DtlObjUnboundPtr() : DtlObjPtr(DtlSymbolTag) {
+  get()->setPname("*unbound*");
+}
+
+DtlObjPtr const& DtlObjPtr::nil() {
+  if (!theNilPtr) theNilPtr = new DtlNilObjPtr();
+  return *theNilPtr;
+}
+
+DtlObjPtr const& DtlObjPtr::t() {
+  if (!theTPtr) theTPtr = new DtlObjTPtr();
+  return *theTPtr;
+}
+
+DtlObjPtr const& DtlObjPtr::unbound() {
+  if (!theUnboundPtr) theUnboundPtr = new DtlObjUnboundPtr();
+  return *theUnboundPtr;
+}
+
+// ---- counting --------------------------------------------------------------------------
+
+void IncObjRefCnt(DtlObj* obj) {
+  if (obj) obj->setRefcnt(obj->refcnt() + 1);
+}
+
+// Steps 1 to 5 of a release: true when the record must now be destroyed.
+static bool releaseReference(DtlObj* obj) {
+  if (!obj) return false;
+  obj->setRefcnt(obj->refcnt() - 1);
+  if (obj->refcnt() == 0) return true;
+  if (obj->tag() != DtlFrameTag) return false;
+  // A frame whose every remaining reference comes from closures bound in it, and held by
+  // nothing else, is unreachable. The -1 guards the teardown: the closures' releases of their
+  // frame then run the count further down and never reach 0 again.
+  if (obj->refcnt() > 0 && obj->refcnt() == EnvLocalProcRefcnt(obj)) {
+    obj->setRefcnt(-1);
+    return true;
+  }
+  return false;
+}
+
+void DecObjRefCnt(DtlObj* obj) noexcept {
+  if (!releaseReference(obj)) return;
+  // Destroy without recursion on the slots, so that a list of any length can be freed. The
+  // slots go on a stack, third slot on top, so they are released third to first, each with
+  // all that it frees in turn, just as a recursive release would.
+  std::vector<DtlObj*> pending;
+  pending.push_back(obj);
+  bool first = true;
+  while (!pending.empty()) {
+    DtlObj* next = pending.back();
+    pending.pop_back();
+    if (!first && !releaseReference(next)) continue;
+    first = false;
+    pending.push_back(next->slot1_.detach());
+    pending.push_back(next->slot2_.detach());
+    pending.push_back(next->slot3_.detach());
+    delete next;
+  }
+}
+
+// ---- records ---------------------------------------------------------------------------
+
+DtlObj::DtlObj(DtlTagType tag) {
+  value_.nodeptr = nullptr;
+  function_.params = nullptr;
+  switch (tag) {
+    case DtlSymbolTag:
+      setPname(nullptr);
+      break;
+    case DtlStringTag:
+      setString(nullptr);
+      break;
+    case DtlFrameTag:
+      value_.frameBindings = new (std::nothrow) DtlHashTable();
+      if (!value_.frameBindings) DtcHaltAndCatchFire("out of memory in DtlObj::DtlObj(DtlTagType)");
+      function_.params = nullptr;
+      break;
+    case DtlNilTag:
+    case DtlFixnumTag:
+    case DtlFlonumTag:
+    case DtlConsTag:
+    case DtlSpecialFormTag:
+    case DtlCompiledCTag:
+    case DtlLocativeTag:
+    case DtlProcedureTag:
+      break;
+    default:
+      DtcHaltAndCatchFire("unknown tag request to DtlObj::DtlObj(DtlTagType)");
+  }
+  tag_ = tag;
+  refcnt_ = 0;
+  gone_ = 0;
+}
+
+DtlObj::DtlObj(int fixnum) : tag_(DtlFixnumTag), refcnt_(0), gone_(0) {
+  function_.params = nullptr;
+  value_.fixnum = fixnum;
+}
+
+DtlObj::DtlObj(double flonum) : tag_(DtlFlonumTag), refcnt_(0), gone_(0) {
+  function_.params = nullptr;
+  value_.flonum = flonum;
+}
+
+DtlObj::DtlObj(char const* string) : tag_(DtlStringTag), refcnt_(0), gone_(0) {
+  function_.params = nullptr;
+  value_.string = nullptr;
+  setString(string);
+}
+
+DtlObj::~DtlObj() {
+  if (!gone_) {
+    switch (tag_) {
+      case DtlSymbolTag:
+      case DtlSpecialFormTag:
+      case DtlCompiledCTag:
+      case DtlStringTag:
+        delete[] value_.pname;  // pname, fcnPname and string share the word
+        break;
+      case DtlFrameTag:
+        if (function_.params) {
+          DtcEmptyParamList(function_.params);
+          delete function_.params;
+          function_.params = nullptr;
+        }
+        delete value_.frameBindings;
+        break;
+      default:
+        break;
+    }
+    gone_ = 1;
+  } else {
+    DtWarn << "Lisp Error: Attempt to deleted already-deleted object\n";
+  }
+  // The slots release themselves, third to first, as members are destroyed in reverse order.
+}
+
+void DtlObj::setPname(char const* name) {
+  if (!name) {
+    value_.pname = nullptr;
+    return;
+  }
+  value_.pname = copyText(name);
+  if (!value_.pname) DtcHaltAndCatchFire("out of memory in DtlObj::setPname()");
+}
+
+void DtlObj::setFcnPname(char const* name) {
+  if (!name) {
+    value_.fcnPname = nullptr;
+    return;
+  }
+  value_.fcnPname = copyText(name);
+  if (!value_.fcnPname) DtcHaltAndCatchFire("out of memory in DtlObj::setFcnPname()");
+}
+
+void DtlObj::setString(char const* text) {
+  if (!text) {
+    value_.string = nullptr;
+    return;
+  }
+  delete[] value_.string;
+  value_.string = copyText(text);
+  if (!value_.string) DtcHaltAndCatchFire("out of memory in DtlObj::setString()");
+}
+
+DtList* DtlObj::params() {
+  if (tag_ != DtlFrameTag) return nullptr;
+  if (!function_.params) function_.params = new DtList();
+  return function_.params;
+}
+
+int DtlObj::registerVal(DtcParam* param) {
+  if (tag_ != DtlFrameTag) {
+    DtWarn << "Can't register a parameter with a non-frame DtlObj.\n";
+    return 0;
+  }
+  params()->add(param);
+  return 1;
+}
+
+// ---- printing --------------------------------------------------------------------------
+
+void DtlObj::DtcObjFprint(FILE* file) {
+  if (gone_) std::fputs("#deleted# ", file);
+  switch (tag_) {
+    case DtlNilTag:
+      std::fputs("nil", file);
+      break;
+    case DtlSymbolTag:
+      std::fputs(value_.pname ? value_.pname : "(unbound symbol name)", file);
+      break;
+    case DtlFixnumTag:
+      std::fprintf(file, "%d", value_.fixnum);
+      break;
+    case DtlFlonumTag:
+      std::fprintf(file, "%f", value_.flonum);
+      break;
+    case DtlConsTag:
+      std::fputs("(", file);
+      DtcPrintList(file);
+      std::fputs(")", file);
+      break;
+    case DtlSpecialFormTag:
+      std::fprintf(file, "#<special-form %lx>", reinterpret_cast<unsigned long>(this));
+      break;
+    case DtlCompiledCTag:
+      std::fprintf(file, "#<primitive-function %s>", value_.fcnPname ? value_.fcnPname : "");
+      break;
+    case DtlStringTag:
+      if (value_.string) {
+        std::fprintf(file, "\"%s\"", value_.string);
+      } else {
+        std::fputs("(unbound string)", file);
+      }
+      break;
+    case DtlLocativeTag:
+      // Shown as an int: the low bits of the address.
+      std::fprintf(
+          file, "%d",
+          static_cast<int>(static_cast<uint32_t>(reinterpret_cast<uintptr_t>(value_.nodeptr))));
+      break;
+    case DtlProcedureTag:
+      std::fprintf(file, "#<procedure %lx>", reinterpret_cast<unsigned long>(this));
+      break;
+    case DtlFrameTag:
+      std::fprintf(file, "#<environment-frame %lx>", reinterpret_cast<unsigned long>(this));
+      break;
+    default:
+      DtcHaltAndCatchFire("unknown tag in DtlObj::DtcObjFprint");
+  }
+  std::fflush(file);
+}
+
+void DtlObj::DtcPrintList(FILE* file) {
+  if (tag_ != DtlConsTag) DtcHaltAndCatchFire("Non-cons passed to DtlObj::DtcPrintList");
+  // Walks the tail in a loop, so a long list needs no deep recursion.
+  for (DtlObj* cell = this;;) {
+    if (cell->slot1_.isNull()) {
+      DtInfo << "?";
+    } else {
+      cell->slot1_->DtcObjFprint(file);
+    }
+    DtlObj* rest = cell->slot2_.get();
+    if (!rest) {
+      DtInfo << " ?";
+      return;
+    }
+    if (rest->tag_ == DtlConsTag) {
+      std::fputs(" ", file);
+      cell = rest;
+      continue;
+    }
+    if (rest->tag_ == DtlNilTag) return;
+    std::fputs(" . ", file);
+    rest->DtcObjFprint(file);
+    return;
+  }
+}
+
+void DtlObj::print() {
+  DtcObjFprint(stdout);
+  DtInfo << "\n";
+}
+
+DtlObjPtr DtcPrint(DtlObjPtr const& x) {
+  if (x.isNull()) {
+    DtInfo << "\n";
+  } else {
+    x->print();
+  }
+  return x;
+}
+
+DtlObjPtr DtlMem(DtlObjPtr const&, DtlObjPtr const&) {
+  DtInfo << "Must compile with -DMEMCHK=1 to use mem or DtlMem.\n";
+  return DtlObjPtr::nil();
+}
+
+}  // namespace KORRti

@@ -1,0 +1,21 @@
+#ifndef KTL_READ_H
+#define KTL_READ_H
+
+#include <ktl/lstream.h>
+#include <ktl/memory.h>
+
+namespace KORRti {
+
+// When a host points it at a character, that character escapes a double quote inside string
+// literals. Null by default: string literals then have no escape at all.
+extern char const* DtKtlReadEscapeChar;
+
+// Lists may nest this deep in one read; deeper text halts rather than exhaust the stack.
+const int DtlMaxReadDepth = 10000;
+
+// Reads one expression, interning its symbols in env. End of input gives the symbol eof.
+DtlObjPtr DtcRead(DtlInputStream* stream, DtlObjPtr const& env);
+
+}  // namespace KORRti
+
+#endif
