@@ -13,9 +13,10 @@ namespace KORRti {
 
 namespace {
 
+// The name a binding is filed under; only symbols have one.
 char const* nameOf(DtlObj* symbol) {
-  char const* name = symbol->pname();
-  return name ? name : "";
+  if (!symbol || symbol->tag() != DtlSymbolTag || !symbol->pname()) return "";
+  return symbol->pname();
 }
 
 // Every walk over a chain insists on symbols.

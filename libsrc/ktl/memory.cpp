@@ -59,19 +59,43 @@ DtlObjUnboundPtr::DtlObjUnboundPtr() : DtlObjPtr(DtlSymbolTag) {
   get()->setPname("*unbound*");
 }
 
+namespace {
+
+// Gives up a thread's singleton handles when the thread ends. A record still referenced from
+// elsewhere lives on until its last handle goes.
+struct SingletonReaper {
+  ~SingletonReaper() {
+    delete theNilPtr;
+    delete theTPtr;
+    delete theUnboundPtr;
+    theNilPtr = theTPtr = theUnboundPtr = nullptr;
+  }
+};
+
+void reapAtThreadExit() {
+  static thread_local SingletonReaper reaper;
+  (void)reaper;
+}
+
+template <typename Handle>
+DtlObjPtr const& singleton(DtlObjPtr*& slot) {
+  if (!slot) {
+    reapAtThreadExit();
+    slot = new Handle();
+  }
+  return *slot;
+}
+
+}  // namespace
+
 DtlObjPtr const& DtlObjPtr::nil() {
-  if (!theNilPtr) theNilPtr = new DtlNilObjPtr();
-  return *theNilPtr;
+  return singleton<DtlNilObjPtr>(theNilPtr);
 }
-
 DtlObjPtr const& DtlObjPtr::t() {
-  if (!theTPtr) theTPtr = new DtlObjTPtr();
-  return *theTPtr;
+  return singleton<DtlObjTPtr>(theTPtr);
 }
-
 DtlObjPtr const& DtlObjPtr::unbound() {
-  if (!theUnboundPtr) theUnboundPtr = new DtlObjUnboundPtr();
-  return *theUnboundPtr;
+  return singleton<DtlObjUnboundPtr>(theUnboundPtr);
 }
 
 // ---- counting --------------------------------------------------------------------------

@@ -78,7 +78,8 @@ class DtlObjPtr {
   bool isNull() const { return ptr_ == nullptr; }
   DtlObj* get() const { return ptr_; }
 
-  // The thread's nil, t and unbound singletons, made on first use and never destroyed.
+  // The thread's nil, t and unbound singletons, made on first use; the thread gives up its
+  // handles when it ends.
   static DtlObjPtr const& nil();
   static DtlObjPtr const& t();
   static DtlObjPtr const& unbound();

@@ -38,6 +38,15 @@ std::string atLine(char const* text, DtlInputStream* stream) {
   return std::string(text) + " at line " + std::to_string(stream->lineCount());
 }
 
+}  // namespace
+
+// The readers behind DtcRead. They are not part of the public header.
+DtlObjPtr lreadstring(DtlInputStream* stream);
+DtlObjPtr lreadparen(DtlInputStream* stream, DtlObjPtr const& env);
+DtlObjPtr lreadquoted(DtlInputStream* stream, DtlObjPtr const& env);
+DtlObjPtr lreadnum(char const* text);
+DtlObjPtr lreadtk(DtlInputStream* stream, DtlObjPtr const& env);
+
 DtlObjPtr lreadstring(DtlInputStream* stream) {
   std::string text;
   for (;;) {
@@ -124,8 +133,6 @@ DtlObjPtr lreadtk(DtlInputStream* stream, DtlObjPtr const& env) {
   if (isDigit(token[0]) || (token[0] == '-' && isDigit(token[1]))) return lreadnum(token.c_str());
   return DtcIntern(token.c_str(), env);
 }
-
-}  // namespace
 
 DtlObjPtr DtcRead(DtlInputStream* stream, DtlObjPtr const& env) {
   try {

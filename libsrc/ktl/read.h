@@ -11,7 +11,7 @@ namespace KORRti {
 extern char const* DtKtlReadEscapeChar;
 
 // Lists may nest this deep in one read; deeper text halts rather than exhaust the stack.
-const int DtlMaxReadDepth = 10000;
+const int DtlMaxReadDepth = 1000;
 
 // Reads one expression, interning its symbols in env. End of input gives the symbol eof.
 DtlObjPtr DtcRead(DtlInputStream* stream, DtlObjPtr const& env);
