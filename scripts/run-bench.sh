@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Builds the benchmarks in release mode in build-bench/ and runs them. Arguments go to Google
+# Benchmark (for instance --benchmark_repetitions=5). Ends with the KTL reader's speed as a
+# ratio to each baseline.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+bash scripts/install-deps.sh
+
+build=build-bench
+generator=()
+if [ ! -f "$build/CMakeCache.txt" ] && command -v ninja >/dev/null 2>&1; then
+  generator=(-G Ninja)
+fi
+cmake -S . -B "$build" "${generator[@]}" -DCMAKE_BUILD_TYPE=Release \
+  -DKTL_BUILD_BENCH=ON -DKTL_BUILD_TESTS=OFF -DKTL_SANITIZE=OFF
+cmake --build "$build" --target read_bench -j "$(nproc)"
+
+csv=$build/read_bench.csv
+"$build/bench/read_bench" --benchmark_out="$csv" --benchmark_out_format=csv "$@"
+
+# Mean bytes per second of each benchmark (repetitions and aggregates averaged by name).
+awk -F, '
+  /^name,/ { for (i = 1; i <= NF; i++) if ($i == "bytes_per_second") col = i; next }
+  col && NF >= col && $col != "" {
+    name = $1; gsub(/"/, "", name)
+    if (name ~ /_(mean|median|stddev|cv)$/) next
+    sub(/\/.*/, "", name)
+    sum[name] += $col; n[name]++
+  }
+  END {
+    ktl = sum["BM_KtlRead"] / n["BM_KtlRead"]
+    xml = sum["BM_LibXml2ReadMemory"] / n["BM_LibXml2ReadMemory"]
+    loop = sum["BM_ByteLoopCountParens"] / n["BM_ByteLoopCountParens"]
+    printf "\nKTL reader            %9.1f MB/s\n", ktl / 1e6
+    printf "libxml2 xmlReadMemory %9.1f MB/s   KTL reader / libxml2   = %.3f\n", xml / 1e6, ktl / xml
+    printf "byte loop             %9.1f MB/s   KTL reader / byte loop = %.4f\n", loop / 1e6, ktl / loop
+  }' "$csv"
