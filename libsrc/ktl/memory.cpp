@@ -52,11 +52,11 @@ DtlObjPtr::DtlObjPtr(char const* string) : ptr_(new (std::nothrow) DtlObj(string
 DtlNilObjPtr::DtlNilObjPtr() : DtlObjPtr(DtlNilTag) {}
 
 DtlObjTPtr::DtlObjTPtr() : DtlObjPtr(DtlSymbolTag) {
-  get()->setPname("t");
+  if (!isNull()) get()->setPname("t");
 }
 
 DtlObjUnboundPtr::DtlObjUnboundPtr() : DtlObjPtr(DtlSymbolTag) {
-  get()->setPname("*unbound*");
+  if (!isNull()) get()->setPname("*unbound*");
 }
 
 namespace {
@@ -78,10 +78,15 @@ void reapAtThreadExit() {
 }
 
 template <typename Handle>
-DtlObjPtr const& singleton(DtlObjPtr*& slot) {
+DtlObjPtr const& singleton(DtlObjPtr*& slot, char const* failure) {
   if (!slot) {
     reapAtThreadExit();
-    slot = new Handle();
+    Handle* made = new Handle();
+    if (made->isNull()) {
+      delete made;  // never keep a null singleton: the next call tries again
+      DtcHaltAndCatchFire(failure);
+    }
+    slot = made;
   }
   return *slot;
 }
@@ -89,13 +94,13 @@ DtlObjPtr const& singleton(DtlObjPtr*& slot) {
 }  // namespace
 
 DtlObjPtr const& DtlObjPtr::nil() {
-  return singleton<DtlNilObjPtr>(theNilPtr);
+  return singleton<DtlNilObjPtr>(theNilPtr, "out of memory in DtlObjPtr::nil()");
 }
 DtlObjPtr const& DtlObjPtr::t() {
-  return singleton<DtlObjTPtr>(theTPtr);
+  return singleton<DtlObjTPtr>(theTPtr, "out of memory in DtlObjPtr::t()");
 }
 DtlObjPtr const& DtlObjPtr::unbound() {
-  return singleton<DtlObjUnboundPtr>(theUnboundPtr);
+  return singleton<DtlObjUnboundPtr>(theUnboundPtr, "out of memory in DtlObjPtr::unbound()");
 }
 
 // ---- counting --------------------------------------------------------------------------
