@@ -125,23 +125,57 @@ static bool releaseReference(DtlObj* obj) {
   return false;
 }
 
+namespace {
+
+// The objects still to be released, last in first out. Most releases need only a few places,
+// so they are kept on the host stack; a long list's pending cars spill to the heap.
+class ReleaseStack {
+ public:
+  void push(DtlObj* obj) {
+    if (!obj) return;
+    if (size_ < kLocal) {
+      local_[size_++] = obj;
+    } else {
+      spill_.push_back(obj);
+    }
+  }
+  bool empty() const { return size_ == 0 && spill_.empty(); }
+  DtlObj* pop() {
+    // The spill holds the newest entries: it only grows while the local part is full.
+    if (!spill_.empty()) {
+      DtlObj* obj = spill_.back();
+      spill_.pop_back();
+      return obj;
+    }
+    return local_[--size_];
+  }
+
+ private:
+  static const size_t kLocal = 64;
+  DtlObj* local_[kLocal];
+  size_t size_ = 0;
+  std::vector<DtlObj*> spill_;
+};
+
+}  // namespace
+
 void DecObjRefCnt(DtlObj* obj) noexcept {
   if (!releaseReference(obj)) return;
   // Destroy without recursion on the slots, so that a list of any length can be freed. The
   // slots go on a stack, third slot on top, so they are released third to first, each with
   // all that it frees in turn, just as a recursive release would.
-  std::vector<DtlObj*> pending;
-  pending.push_back(obj);
-  bool first = true;
-  while (!pending.empty()) {
-    DtlObj* next = pending.back();
-    pending.pop_back();
-    if (!first && !releaseReference(next)) continue;
-    first = false;
-    pending.push_back(next->slot1_.detach());
-    pending.push_back(next->slot2_.detach());
-    pending.push_back(next->slot3_.detach());
-    delete next;
+  ReleaseStack pending;
+  for (DtlObj* dying = obj;;) {
+    pending.push(dying->slot1_.detach());
+    pending.push(dying->slot2_.detach());
+    pending.push(dying->slot3_.detach());
+    delete dying;
+    dying = nullptr;
+    while (!pending.empty() && !dying) {
+      DtlObj* next = pending.pop();
+      if (releaseReference(next)) dying = next;
+    }
+    if (!dying) return;
   }
 }
 
