@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# Runs one libFuzzer target for a while:  scripts/fuzz.sh TARGET SECONDS
+# e.g. `scripts/fuzz.sh read 60` runs build-fuzz/fuzz/read_fuzz for 60 seconds on a copy of
+# fuzz/corpus/read/. A crash leaves its input as crash-* in the top directory of the
+# repository. Further arguments go to libFuzzer.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+if [ $# -lt 2 ]; then
+  echo "usage: $0 TARGET SECONDS [LIBFUZZER-OPTION...]" >&2
+  exit 2
+fi
+target=$1
+seconds=$2
+shift 2
+
+bash scripts/install-deps.sh --fuzz
+
+build=build-fuzz
+generator=()
+if [ ! -f "$build/CMakeCache.txt" ] && command -v ninja >/dev/null 2>&1; then
+  generator=(-G Ninja)
+fi
+cmake -S . -B "$build" "${generator[@]}" -DCMAKE_CXX_COMPILER=clang++ -DKTL_FUZZ=ON \
+  -DKTL_BUILD_TESTS=OFF -DKTL_BUILD_BENCH=OFF
+cmake --build "$build" --target "${target}_fuzz" -j "$(nproc)"
+
+work=$(mktemp -d "${TMPDIR:-/tmp}/ktl-fuzz-${target}-XXXXXX")
+trap 'rm -rf "$work"' EXIT
+mkdir -p "$work/corpus"
+if [ -d "fuzz/corpus/$target" ]; then
+  cp -R "fuzz/corpus/$target/." "$work/corpus/"
+fi
+
+set +e
+"$build/fuzz/${target}_fuzz" -max_total_time="$seconds" -print_final_stats=1 "$@" \
+  "$work/corpus" 2>&1 | tee "$work/fuzz.log"
+status=${PIPESTATUS[0]}
+set -e
+
+executions=$(awk '/stat::number_of_executed_units:/ { print $2 }' "$work/fuzz.log" | tail -n 1)
+echo "${target}_fuzz: ${executions:-unknown} executions in ${seconds} s, exit status $status"
+exit "$status"
