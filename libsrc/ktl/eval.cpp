@@ -1,9 +1,147 @@
 #include <ktl/eval.h>
 
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include <ktl/atom.h>
 #include <ktl/io.h>
 #include <ktl/lenv.h>
+#include <ktl/list.h>
+#include <ktl/null.h>
+#include <ktl/subrs.h>
+#include <util/dtException.h>
+#include <util/notify.h>
 
 namespace KORRti {
+
+bool DtcTracing() {
+  return DtLispDebugOn && DtNotifyLevel > 1;
+}
+
+namespace {
+
+void trace(char const* what, DtlObjPtr const& x) {
+  if (!DtcTracing()) return;
+  std::printf("%s", what);
+  DtcPrint(x);
+}
+
+// Runs every form of a non-empty list but the last, and answers the last.
+DtlObjPtr allButLast(DtlObjPtr forms, DtlObjPtr const& frame) {
+  while (!DtcNull(DtcCdr(forms))) {
+    DtcEval(DtcCar(forms), frame);
+    forms = DtcCdr(forms);
+  }
+  return DtcCar(forms);
+}
+
+// One pass of the evaluator's loop over current in frame. Answers true with result set when
+// the evaluation is done; false when current and frame now hold a form in tail position.
+bool step(DtlObjPtr& current, DtlObjPtr& frame, DtlObjPtr& result) {
+  trace("EVALing ", current);
+  switch (current.isNull() ? DtlTagType(-1) : current->tag()) {
+    case DtlNilTag:
+    case DtlFixnumTag:
+    case DtlFlonumTag:
+    case DtlStringTag:
+    case DtlLocativeTag:
+    case DtlFrameTag:
+      result = current;
+      return true;
+    case DtlSymbolTag:
+      result = DtcSymeval(current, frame);
+      return true;
+    case DtlConsTag:
+      break;
+    default:
+      DtWarn << "unknown expression type in eval: ";
+      DtcPrint(current);
+      DtcHaltAndCatchFire("unknown expression type in eval");
+  }
+
+  DtlObjPtr fn = DtcEval(current->car(), frame);
+  switch (fn.isNull() ? DtlNilTag : fn->tag()) {
+    case DtlCompiledCTag: {
+      DtlObjPtr values = eval_args(current->cdr(), frame);
+      result = fn->fcnCode()(values, frame);
+      return true;
+    }
+    case DtlProcedureTag: {
+      DtlObjPtr local(DtlFrameTag);
+      if (local.isNull()) DtcHaltAndCatchFire("out of memory in eval");
+      local->setFrameParent(fn->procEnv());
+      DtlObjPtr values = eval_args(current->cdr(), frame);
+      int rc = bind_args(fn->procParams(), values, local);
+      if (rc == 1) DtcHaltAndCatchFire("Wrong number of args for function application");
+      if (rc == 2) DtcHaltAndCatchFire("Non-symbol in function parameter list for apply");
+      current = allButLast(fn->procBody(), local);
+      frame = std::move(local);
+      return false;
+    }
+    case DtlSpecialFormTag: {
+      DtlPrimitive code = fn->fcnCode();
+      result = code(current->cdr(), frame);
+      if (code != DtlIf && code != DtlCond) return true;
+      current = allButLast(result, frame);
+      return false;
+    }
+    default:
+      DtcHaltAndCatchFire("Cannot apply a non-function");
+  }
+}
+
+}  // namespace
+
+DtlObjPtr DtcEval(DtlObjPtr const& expr, DtlObjPtr const& env) {
+  try {
+    DtlObjPtr current = expr;
+    DtlObjPtr frame = env;
+    DtlObjPtr result;
+    while (!step(current, frame, result)) {
+    }
+    return result;
+  } catch (DtException const& e) {
+    throw DtException("Propagating DtException.", __PRETTY_FUNCTION__,
+                      DtSourceName(__FILE__).c_str(), __LINE__, &e);
+  } catch (std::exception const& e) {
+    std::string text = std::string("std::exception ") + e.what();
+    throw DtException(text.c_str(), __PRETTY_FUNCTION__, DtSourceName(__FILE__).c_str(), __LINE__,
+                      nullptr);
+  } catch (...) {
+    throw DtTemplatedException<DtUnknownExceptionNumber>(
+        "Caught Unknown Exception.", __PRETTY_FUNCTION__, DtSourceName(__FILE__).c_str(), __LINE__,
+        nullptr);
+  }
+}
+
+DtlObjPtr eval_args(DtlObjPtr const& list, DtlObjPtr const& env) {
+  // The whole list is checked before anything is evaluated, then the values are made from the
+  // last to the first, as a recursion on the tail would, without its depth.
+  std::vector<DtlObj*> forms;
+  DtlObj* cell = list.get();
+  for (; cell && cell->tag() != DtlNilTag; cell = cell->cdrObj()) {
+    if (cell->tag() != DtlConsTag) DtcHaltAndCatchFire("function arguments are not a list");
+    forms.push_back(cell->carObj());
+  }
+  DtlObjPtr values = DtlObjPtr::nil();
+  for (auto form = forms.rbegin(); form != forms.rend(); ++form) {
+    values = DtcCons(DtcEval(DtlObjPtr(*form), env), values);
+  }
+  return values;
+}
+
+int bind_args(DtlObjPtr const& params, DtlObjPtr const& values, DtlObjPtr const& frame) {
+  if (DtcLength(params) != DtcLength(values)) return 1;
+  DtlObjPtr value = values;
+  for (DtlObjPtr param = params; !DtcNull(param); param = param->cdr(), value = value->cdr()) {
+    DtlObjPtr name = param->car();
+    if (name.isNull() || name->tag() != DtlSymbolTag) return 2;
+    DtcSet(name, value->car(), frame);
+  }
+  return 0;
+}
 
 int EnvLocalProcRefcnt(DtlObj* frame) {
   if (!frame || frame->tag() != DtlFrameTag) DtcHaltAndCatchFire("non-frame to EnvLocalProcRefcnt");
@@ -25,6 +163,47 @@ int EnvLocalProcRefcnt(DtlObj* frame) {
 
 int EnvLocalProcRefcnt(DtlObjPtr const& frame) {
   return EnvLocalProcRefcnt(frame.get());
+}
+
+// ---- special forms ---------------------------------------------------------------------
+
+DtlObjPtr DtlQuote(DtlObjPtr const& args, DtlObjPtr const&) {
+  trace("QUOTE", args);
+  if (DtcLength(args) != 1) DtcHaltAndCatchFire("Wrong number of args to quote");
+  return DtcCar(args);
+}
+
+DtlObjPtr DtlSetq(DtlObjPtr const& args, DtlObjPtr const& env) {
+  trace("SETQ", args);
+  int count = DtcLength(args);
+  if (count > 1 && DtcCar(args)->tag() == DtlConsTag) {
+    // (define (name params...) body...)
+    DtlObjPtr head = DtcCar(args);
+    DtlObjPtr name = DtcCar(head);
+    if (DtcBoundp(name, env)) DtcHaltAndCatchFire("Variable is already bound");
+    DtlObjPtr procedure = DtlLambda(DtcCons(DtcCdr(head), DtcCdr(args)), env);
+    return DtcSet(name, procedure, env);
+  }
+  if (count != 2) {
+    std::string text = "Got " + std::to_string(count) + " args, expected 2\nARGS: ";
+    if (DtNotifyLevel >= 0) {
+      std::fprintf(stderr, "Lisp Error: %s", text.c_str());
+      DtcErrPrint(args);
+    }
+    DtcHaltAndCatchFire("Wrong number of args to define");
+  }
+  DtlObjPtr value = DtcEval(DtcCadr(args), env);
+  return DtcSet(DtcCar(args), value, env);
+}
+
+DtlObjPtr DtlSequence(DtlObjPtr const& args, DtlObjPtr const& env) {
+  if (DtcNull(args)) DtcHaltAndCatchFire("Wrong number of args to sequence");
+  return DtcEval(allButLast(args, env), env);
+}
+
+DtlObjPtr DtlEval(DtlObjPtr const& args, DtlObjPtr const& env) {
+  if (DtcLength(args) == 2) return DtcEval(DtcCar(args), DtcCadr(args));
+  return DtcEval(DtcCar(args), env);
 }
 
 }  // namespace KORRti

@@ -5,9 +5,27 @@
 
 namespace KORRti {
 
+// Evaluates expr in the frame env. Procedure applications, if and cond run in tail position in
+// a loop; every failure is a DtException, wrapped once per evaluation level it crosses.
+DtlObjPtr DtcEval(DtlObjPtr const& expr, DtlObjPtr const& env);
+// The values of the expressions of list, evaluated last first.
+DtlObjPtr eval_args(DtlObjPtr const& list, DtlObjPtr const& env);
+// Binds params to values in frame: 0 done, 1 count mismatch, 2 a parameter is no symbol.
+int bind_args(DtlObjPtr const& params, DtlObjPtr const& values, DtlObjPtr const& frame);
+
 // How many bindings of the frame hold a closure over that same frame that nothing else holds.
 int EnvLocalProcRefcnt(DtlObjPtr const& frame);
 int EnvLocalProcRefcnt(DtlObj* frame);
+
+// True while the evaluator's traces are on: DtLispDebugOn with DtNotifyLevel above 1.
+bool DtcTracing();
+
+// Special forms and the compiled function eval.
+DtlObjPtr DtlQuote(DtlObjPtr const& args, DtlObjPtr const& env);
+// define and setq: assign in env alone; (define (name params...) body...) makes a procedure.
+DtlObjPtr DtlSetq(DtlObjPtr const& args, DtlObjPtr const& env);
+DtlObjPtr DtlSequence(DtlObjPtr const& args, DtlObjPtr const& env);
+DtlObjPtr DtlEval(DtlObjPtr const& args, DtlObjPtr const& env);
 
 }  // namespace KORRti
 

@@ -5,15 +5,18 @@
 #include <matrix/matrix.h>
 #include <util/util.h>
 
+#include <ktl/alist.h>
 #include <ktl/atom.h>
 #include <ktl/eval.h>
 #include <ktl/io.h>
 #include <ktl/lenv.h>
 #include <ktl/list.h>
 #include <ktl/lstream.h>
+#include <ktl/lstring.h>
 #include <ktl/memory.h>
 #include <ktl/null.h>
 #include <ktl/read.h>
 #include <ktl/register.h>
+#include <ktl/subrs.h>
 
 #endif

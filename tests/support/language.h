@@ -1,0 +1,23 @@
+#ifndef TESTS_SUPPORT_LANGUAGE_H
+#define TESTS_SUPPORT_LANGUAGE_H
+
+#include <string>
+
+#include <ktl/ktl.h>
+
+namespace ktltest {
+
+// A root frame holding the language's constants (nil, t, eof, *unbound*) and every primitive
+// of the evaluator, lists, predicates, arithmetic, strings and output: nothing that touches
+// files, the environment or processes.
+KORRti::DtlObjPtr makeLanguageFrame();
+
+// Reads every form of text and evaluates it in frame; answers the last value (nil for none).
+KORRti::DtlObjPtr evalText(std::string const& text, KORRti::DtlObjPtr const& frame);
+
+// The text DtcObjFprint writes for x.
+std::string printed(KORRti::DtlObjPtr const& x);
+
+}  // namespace ktltest
+
+#endif
