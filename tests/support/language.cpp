@@ -27,6 +27,18 @@ const Primitive kSpecialForms[] = {
 };
 
 const Primitive kCompiled[] = {
+    {"+", DtlPlus},
+    {"plus", DtlPlus},
+    {"-", DtlMinus},
+    {"*", DtlMultiply},
+    {"/", DtlDivide},
+    {"abs", DtlAbs},
+    {"sin", DtlSin},
+    {"cos", DtlCos},
+    {"logior", DtlLogIOr},
+    {"string-equal", DtlStringEqual},
+    {"string-append", DtlStringAppend},
+    {"path-cross", DtlPathCross},
     {"=", DtlEqualSign},
     {">", DtlGreater},
     {">=", DtlGreaterEqual},
@@ -75,6 +87,12 @@ DtlObjPtr makeLanguageFrame() {
   for (auto const& form : kSpecialForms) DtcInternSpecialForm(form.name, form.code, frame);
   for (auto const& fn : kCompiled) DtcInternCompiledC(fn.name, fn.code, frame);
   return frame;
+}
+
+void destroyLanguageFrame(DtlObjPtr& frame) {
+  if (frame.isNull()) return;
+  frame->setRefcnt(1);
+  frame = DtlObjPtr();
 }
 
 DtlObjPtr evalText(std::string const& text, DtlObjPtr const& frame) {

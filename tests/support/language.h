@@ -12,6 +12,11 @@ namespace ktltest {
 // files, the environment or processes.
 KORRti::DtlObjPtr makeLanguageFrame();
 
+// Ends a root frame whatever else still holds it, as an embedding host does: cycles through the
+// root (closures made in calls and kept in the root, frames bound in their parent) go with it.
+// Any other handle on the root dangles afterwards.
+void destroyLanguageFrame(KORRti::DtlObjPtr& frame);
+
 // Reads every form of text and evaluates it in frame; answers the last value (nil for none).
 KORRti::DtlObjPtr evalText(std::string const& text, KORRti::DtlObjPtr const& frame);
 
