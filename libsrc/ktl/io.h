@@ -15,6 +15,16 @@ namespace KORRti {
 // Prints x on standard error, with no newline, and returns it.
 DtlObjPtr DtcErrPrint(DtlObjPtr const& x);
 
+// Output primitives.
+// (prin1 x): x on standard output, no newline.
+DtlObjPtr DtlPrin1(DtlObjPtr const& args, DtlObjPtr const& env);
+// (terpri): a newline on DtInfo.
+DtlObjPtr DtlTerpri(DtlObjPtr const& args, DtlObjPtr const& env);
+// (format t "text" args...): the text on DtInfo with ~% and ~A; ~A arguments on standard output.
+DtlObjPtr DtlFormat(DtlObjPtr const& args, DtlObjPtr const& env);
+// (describe x): x, then what kind of object it is.
+DtlObjPtr DtlDescribe(DtlObjPtr const& args, DtlObjPtr const& env);
+
 }  // namespace KORRti
 
 #endif

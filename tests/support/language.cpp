@@ -74,6 +74,10 @@ const Primitive kCompiled[] = {
     {"reverse", DtlReverse},
     {"string?", DtlStringp},
     {"the-frame", DtlTheFrame},
+    {"prin1", DtlPrin1},
+    {"terpri", DtlTerpri},
+    {"format", DtlFormat},
+    {"describe", DtlDescribe},
 };
 
 }  // namespace
