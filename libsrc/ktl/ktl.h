@@ -8,11 +8,15 @@
 #include <ktl/alist.h>
 #include <ktl/atom.h>
 #include <ktl/eval.h>
+#include <ktl/float.h>
+#include <ktl/integer.h>
 #include <ktl/io.h>
 #include <ktl/lenv.h>
 #include <ktl/list.h>
+#include <ktl/locative.h>
 #include <ktl/lstream.h>
 #include <ktl/lstring.h>
+#include <ktl/math.h>
 #include <ktl/memory.h>
 #include <ktl/null.h>
 #include <ktl/read.h>

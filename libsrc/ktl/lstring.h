@@ -8,6 +8,18 @@ namespace KORRti {
 // 1 if both strings hold the same text; anything but two strings halts.
 int DtcStringEqual(DtlObjPtr const& a, DtlObjPtr const& b);
 
+// The host's checked read of a binding of name in env alone (parents aren't searched). No
+// binding: 0 and *out untouched. A string gives *out its own text (not a copy) and 1. Anything
+// else gives 0, with a warning on standard error while DtNotifyLevel is above 0.
+int DtcSetIfBoundp(char* name, char** out, DtlObjPtr const& env);
+
+// Primitives.
+DtlObjPtr DtlStringEqual(DtlObjPtr const& args, DtlObjPtr const& env);
+// A new string of all the arguments' texts in order.
+DtlObjPtr DtlStringAppend(DtlObjPtr const& args, DtlObjPtr const& env);
+// A colon-separated path list: "." and then every a followed by every b of two lists of strings.
+DtlObjPtr DtlPathCross(DtlObjPtr const& args, DtlObjPtr const& env);
+
 }  // namespace KORRti
 
 #endif
