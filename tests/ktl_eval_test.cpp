@@ -1,6 +1,8 @@
 // The evaluator and its special forms.
 #include <gtest/gtest.h>
 
+#include <pthread.h>
+
 #include <string>
 
 #include <ktl/ktl.h>
@@ -315,13 +317,54 @@ TEST_F(EvalTest, SpecialFormsGetTheirArgumentsAsWritten) {
 
 TEST_F(EvalTest, TailCallsThroughIfRunInConstantStack) {
   eval("(define (loop n) (if (= n 0) 'done (loop (- n 1))))");
-  // Without arithmetic primitives in this suite, count down a list instead.
+  EXPECT_EQ(show("(loop 1000000)"), "done");
+  // The same through a list walk.
   eval("(define (walk l) (if (null? l) 'done (walk (cdr l))))");
   DtlObjPtr list = DtlObjPtr::nil();
   for (int i = 0; i < 1000000; ++i) list = DtcCons(DtlObjPtr::nil(), list);
   DtcSet(DtcIntern("million", root), list, root);
   list = DtlObjPtr();
   EXPECT_EQ(show("(walk million)"), "done");
+}
+
+TEST_F(EvalTest, RunawayRecursionHaltsBeforeTheStackOverflows) {
+  eval("(define (deep n) (+ 1 (deep n)))");
+  EXPECT_EQ(error("(deep 1)"), haltMessage("Evaluation nested too deep"));
+  // Moderate recursion is untouched.
+  eval("(define (count n) (if (= n 0) 0 (+ 1 (count (- n 1)))))");
+  EXPECT_EQ(show("(count 500)"), "500");
+}
+
+TEST_F(EvalTest, RunawayRecursionOnASmallThreadStackHaltsToo) {
+  struct Job {
+    DtlObjPtr root;
+    std::string message;
+  } job;
+  job.root = root;
+  pthread_attr_t attributes;
+  pthread_attr_init(&attributes);
+  pthread_attr_setstacksize(&attributes, 1024 * 1024);
+  pthread_t thread;
+  auto body = [](void* data) -> void* {
+    auto* work = static_cast<Job*>(data);
+    work->message = initialMessage([&] { evalText("(deep 1)", work->root); });
+    return nullptr;
+  };
+  eval("(define (deep n) (+ 1 (deep n)))");
+  ASSERT_EQ(pthread_create(&thread, &attributes, body, &job), 0);
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+  EXPECT_EQ(job.message, haltMessage("Evaluation nested too deep"));
+}
+
+TEST_F(EvalTest, AStepLimitBoundsEndlessScripts) {
+  eval("(define (forever) (forever))");
+  DtlEvalStepLimit = 10000;
+  std::string message = error("(forever)");
+  std::string fine = printed(eval("(car '(1 2))"));  // each outermost evaluation counts anew
+  DtlEvalStepLimit = 0;
+  EXPECT_EQ(message, haltMessage("Evaluation step limit reached"));
+  EXPECT_EQ(fine, "1");
 }
 
 TEST_F(EvalTest, TailCallsThroughCondRunInConstantStack) {

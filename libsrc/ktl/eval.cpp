@@ -1,5 +1,8 @@
 #include <ktl/eval.h>
 
+#include <pthread.h>
+
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -20,7 +23,23 @@ bool DtcTracing() {
   return DtLispDebugOn && DtNotifyLevel > 1;
 }
 
+unsigned long DtlEvalStepLimit = 0;
+
 namespace {
+
+thread_local int evalDepth = 0;
+thread_local char const* stackReserveStart = nullptr;
+thread_local unsigned long evalSteps = 0;
+
+// Counts the nesting of DtcEval for as long as one call is running; the outermost call starts
+// a new count of steps.
+class EvalLevel {
+ public:
+  EvalLevel() {
+    if (evalDepth++ == 0) evalSteps = 0;
+  }
+  ~EvalLevel() { --evalDepth; }
+};
 
 void trace(char const* what, DtlObjPtr const& x) {
   if (!DtcTracing()) return;
@@ -37,9 +56,38 @@ DtlObjPtr allButLast(DtlObjPtr forms, DtlObjPtr const& frame) {
   return DtcCar(forms);
 }
 
+// The lowest address the thread's stack may grow to before only the reserve is left: an
+// eighth of the stack, between 64 KiB and 1 MiB, kept for unwinding and for the printer.
+char const* reserveStart() {
+  pthread_attr_t attributes;
+  if (pthread_getattr_np(pthread_self(), &attributes) != 0) return nullptr;
+  void* base = nullptr;
+  size_t size = 0;
+  int rc = pthread_attr_getstack(&attributes, &base, &size);
+  pthread_attr_destroy(&attributes);
+  if (rc != 0 || !base || size == 0) return nullptr;
+  size_t reserve = std::min<size_t>(std::max<size_t>(size / 8, 64 * 1024), 1024 * 1024);
+  if (reserve >= size) return nullptr;
+  return static_cast<char const*>(base) + reserve;
+}
+
+}  // namespace
+
+bool DtcStackNearlyExhausted() {
+  if (!stackReserveStart) stackReserveStart = reserveStart();
+  char const* here = static_cast<char const*>(__builtin_frame_address(0));
+  // The stack grows down: below the start of the reserve means the reserve is in use.
+  return stackReserveStart && here < stackReserveStart;
+}
+
+namespace {
+
 // One pass of the evaluator's loop over current in frame. Answers true with result set when
 // the evaluation is done; false when current and frame now hold a form in tail position.
 bool step(DtlObjPtr& current, DtlObjPtr& frame, DtlObjPtr& result) {
+  if (DtlEvalStepLimit && ++evalSteps > DtlEvalStepLimit) {
+    DtcHaltAndCatchFire("Evaluation step limit reached");
+  }
   trace("EVALing ", current);
   switch (current.isNull() ? DtlTagType(-1) : current->tag()) {
     case DtlNilTag:
@@ -96,6 +144,8 @@ bool step(DtlObjPtr& current, DtlObjPtr& frame, DtlObjPtr& result) {
 
 DtlObjPtr DtcEval(DtlObjPtr const& expr, DtlObjPtr const& env) {
   try {
+    EvalLevel level;
+    if (DtcStackNearlyExhausted()) DtcHaltAndCatchFire("Evaluation nested too deep");
     DtlObjPtr current = expr;
     DtlObjPtr frame = env;
     DtlObjPtr result;
