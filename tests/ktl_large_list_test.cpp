@@ -86,6 +86,30 @@ TEST(LargeListTest, ListsBuiltByConsReleaseWithoutRecursion) {
   EXPECT_TRUE(deep.isNull());
 }
 
+TEST(LargeListTest, DeeplyNestedListsPrintAndCompareWithoutRecursion) {
+  DtlObjPtr deep = DtlObjPtr(1);
+  DtlObjPtr twin = DtlObjPtr(1);
+  for (int i = 0; i < kElements; ++i) {
+    deep = DtcCons(deep, DtlObjPtr::nil());
+    twin = DtcCons(twin, DtlObjPtr::nil());
+  }
+  EXPECT_EQ(DtcEqual(deep, twin), 1);
+  EXPECT_EQ(DtcEqual(deep, DtcCar(twin)), 0);
+
+  FILE* file = std::tmpfile();
+  deep->DtcObjFprint(file);
+  EXPECT_EQ(std::ftell(file), 2L * kElements + 1);  // "((((...1)...)))"
+  std::rewind(file);
+  char head[5] = {};
+  ASSERT_EQ(std::fread(head, 1, 4, file), 4u);
+  EXPECT_STREQ(head, "((((");
+  std::fseek(file, kElements - 2, SEEK_SET);
+  char middle[6] = {};
+  ASSERT_EQ(std::fread(middle, 1, 5, file), 5u);
+  EXPECT_STREQ(middle, "((1))");
+  std::fclose(file);
+}
+
 TEST(LargeListTest, FrameBindingALongListIsReleased) {
   DtlObjPtr frame(DtlFrameTag);
   DtlObjPtr list = DtlObjPtr::nil();

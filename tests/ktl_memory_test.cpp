@@ -446,6 +446,23 @@ TEST_F(NotifyLevel, ListEndingInANullHandlePrintsAQuestionMarkOnInfo) {
   EXPECT_EQ(output.out, "?");
 }
 
+TEST_F(NotifyLevel, NestedListsWithHolesAndDottedTails) {
+  DtNotifyLevel = 2;
+  DtlObjPtr four = DtcCons(DtlObjPtr(4), DtlObjPtr());
+  DtlObjPtr list =
+      DtcCons(DtlObjPtr(1), DtcCons(DtcCons(DtlObjPtr(2), DtlObjPtr(3)),
+                                    DtcCons(DtlObjPtr(), DtcCons(four, DtlObjPtr::nil()))));
+  std::string text;
+  auto output = captureOutput([&] { text = printed(list); });
+  EXPECT_EQ(text, "(1 (2 . 3)  (4))");
+  EXPECT_EQ(output.out, "? ?");
+  FILE* file = std::tmpfile();
+  list->DtcPrintList(file);  // the inside only
+  long size = std::ftell(file);
+  std::fclose(file);
+  EXPECT_EQ(size, static_cast<long>(std::string("1 (2 . 3)  (4)").size()));
+}
+
 TEST(PrinterTest, NumbersAndStrings) {
   EXPECT_EQ(printed(DtlObjPtr(-12)), "-12");
   EXPECT_EQ(printed(DtlObjPtr(1.5)), "1.500000");

@@ -301,35 +301,33 @@ int DtlObj::registerVal(DtcParam* param) {
 
 // ---- printing --------------------------------------------------------------------------
 
-void DtlObj::DtcObjFprint(FILE* file) {
-  if (gone_) std::fputs("#deleted# ", file);
-  switch (tag_) {
+namespace {
+
+// Writes an object that is not a cons, and flushes.
+void printAtom(DtlObj* obj, FILE* file) {
+  if (obj->gone()) std::fputs("#deleted# ", file);
+  switch (obj->tag()) {
     case DtlNilTag:
       std::fputs("nil", file);
       break;
     case DtlSymbolTag:
-      std::fputs(value_.pname ? value_.pname : "(unbound symbol name)", file);
+      std::fputs(obj->pname() ? obj->pname() : "(unbound symbol name)", file);
       break;
     case DtlFixnumTag:
-      std::fprintf(file, "%d", value_.fixnum);
+      std::fprintf(file, "%d", obj->fixnum());
       break;
     case DtlFlonumTag:
-      std::fprintf(file, "%f", value_.flonum);
-      break;
-    case DtlConsTag:
-      std::fputs("(", file);
-      DtcPrintList(file);
-      std::fputs(")", file);
+      std::fprintf(file, "%f", obj->flonum());
       break;
     case DtlSpecialFormTag:
-      std::fprintf(file, "#<special-form %lx>", reinterpret_cast<unsigned long>(this));
+      std::fprintf(file, "#<special-form %lx>", reinterpret_cast<unsigned long>(obj));
       break;
     case DtlCompiledCTag:
-      std::fprintf(file, "#<primitive-function %s>", value_.fcnPname ? value_.fcnPname : "");
+      std::fprintf(file, "#<primitive-function %s>", obj->fcnPname() ? obj->fcnPname() : "");
       break;
     case DtlStringTag:
-      if (value_.string) {
-        std::fprintf(file, "\"%s\"", value_.string);
+      if (obj->string()) {
+        std::fprintf(file, "\"%s\"", obj->string());
       } else {
         std::fputs("(unbound string)", file);
       }
@@ -338,13 +336,13 @@ void DtlObj::DtcObjFprint(FILE* file) {
       // Shown as an int: the low bits of the address.
       std::fprintf(
           file, "%d",
-          static_cast<int>(static_cast<uint32_t>(reinterpret_cast<uintptr_t>(value_.nodeptr))));
+          static_cast<int>(static_cast<uint32_t>(reinterpret_cast<uintptr_t>(obj->nodeptr()))));
       break;
     case DtlProcedureTag:
-      std::fprintf(file, "#<procedure %lx>", reinterpret_cast<unsigned long>(this));
+      std::fprintf(file, "#<procedure %lx>", reinterpret_cast<unsigned long>(obj));
       break;
     case DtlFrameTag:
-      std::fprintf(file, "#<environment-frame %lx>", reinterpret_cast<unsigned long>(this));
+      std::fprintf(file, "#<environment-frame %lx>", reinterpret_cast<unsigned long>(obj));
       break;
     default:
       DtcHaltAndCatchFire("unknown tag in DtlObj::DtcObjFprint");
@@ -352,30 +350,93 @@ void DtlObj::DtcObjFprint(FILE* file) {
   std::fflush(file);
 }
 
+// Prints lists with a stack of the cells whose element is being printed, so that neither the
+// length nor the nesting of a list costs host stack. The output is that of the recursive
+// printer: "(", the elements with blanks, " . " before a non-list tail, ")", and "?" and " ?"
+// on DtInfo for null handles.
+class ListPrinter {
+ public:
+  explicit ListPrinter(FILE* file) : file_(file) {}
+
+  // Prints obj whole; with insideOnly, obj is a cons and its parentheses are left out.
+  void run(DtlObj* obj, bool insideOnly) {
+    DtlObj* next = obj;
+    if (insideOnly) {
+      open_.push_back(obj);
+      outermostBare_ = true;
+      next = firstElement(obj);
+    }
+    for (;;) {
+      while (next) {
+        if (next->tag() != DtlConsTag) {
+          printAtom(next, file_);
+          break;
+        }
+        if (next->gone()) std::fputs("#deleted# ", file_);
+        std::fputs("(", file_);
+        open_.push_back(next);
+        next = firstElement(next);
+      }
+      next = resume();
+      if (open_.empty() && !next) return;
+    }
+  }
+
+ private:
+  // The car of a cell to print next, or null after writing "?" for a null car.
+  DtlObj* firstElement(DtlObj* cell) {
+    DtlObj* car = cell->carObj();
+    if (!car) DtInfo << "?";
+    return car;
+  }
+
+  // After an element: moves along the innermost open list, closing lists that end. Answers
+  // the next element to print, or null when everything is printed.
+  DtlObj* resume() {
+    while (!open_.empty()) {
+      DtlObj* rest = open_.back()->cdrObj();
+      if (!rest) {
+        DtInfo << " ?";
+        close();
+        continue;
+      }
+      if (rest->tag() == DtlConsTag) {
+        std::fputs(" ", file_);
+        open_.back() = rest;
+        DtlObj* element = firstElement(rest);
+        if (element) return element;
+        continue;
+      }
+      if (rest->tag() != DtlNilTag) {
+        std::fputs(" . ", file_);
+        printAtom(rest, file_);
+      }
+      close();
+    }
+    return nullptr;
+  }
+
+  void close() {
+    open_.pop_back();
+    if (open_.empty() && outermostBare_) return;
+    std::fputs(")", file_);
+    std::fflush(file_);
+  }
+
+  FILE* file_;
+  std::vector<DtlObj*> open_;
+  bool outermostBare_ = false;
+};
+
+}  // namespace
+
+void DtlObj::DtcObjFprint(FILE* file) {
+  ListPrinter(file).run(this, false);
+}
+
 void DtlObj::DtcPrintList(FILE* file) {
   if (tag_ != DtlConsTag) DtcHaltAndCatchFire("Non-cons passed to DtlObj::DtcPrintList");
-  // Walks the tail in a loop, so a long list needs no deep recursion.
-  for (DtlObj* cell = this;;) {
-    if (cell->slot1_.isNull()) {
-      DtInfo << "?";
-    } else {
-      cell->slot1_->DtcObjFprint(file);
-    }
-    DtlObj* rest = cell->slot2_.get();
-    if (!rest) {
-      DtInfo << " ?";
-      return;
-    }
-    if (rest->tag_ == DtlConsTag) {
-      std::fputs(" ", file);
-      cell = rest;
-      continue;
-    }
-    if (rest->tag_ == DtlNilTag) return;
-    std::fputs(" . ", file);
-    rest->DtcObjFprint(file);
-    return;
-  }
+  ListPrinter(file).run(this, true);
 }
 
 void DtlObj::print() {

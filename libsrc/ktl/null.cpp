@@ -1,6 +1,8 @@
 #include <ktl/null.h>
 
 #include <cstring>
+#include <utility>
+#include <vector>
 
 #include <ktl/eval.h>
 #include <ktl/io.h>
@@ -78,30 +80,39 @@ int DtcEqualSign(DtlObjPtr const& a, DtlObjPtr const& b) {
 }
 
 int DtcEqual(DtlObjPtr const& a, DtlObjPtr const& b) {
-  // The cdr side is walked in a loop, so long lists need no deep recursion; cars recurse.
-  DtlObjPtr x = a;
-  DtlObjPtr y = b;
-  for (;;) {
-    if (x == y) return 1;
-    if (tagOf(x) != tagOf(y)) return 0;
-    switch (tagOf(x)) {
+  // Depth first, cars before cdrs, with a stack of the pairs still to compare, so neither long
+  // nor deeply nested lists cost host stack. Both lists are held by the caller throughout.
+  std::vector<std::pair<DtlObj*, DtlObj*>> pending{{a.get(), b.get()}};
+  while (!pending.empty()) {
+    DtlObj* x = pending.back().first;
+    DtlObj* y = pending.back().second;
+    pending.pop_back();
+    if (x == y) continue;
+    DtlTagType tag = x ? x->tag() : DtlNilTag;
+    if (tag != (y ? y->tag() : DtlNilTag)) return 0;
+    switch (tag) {
       case DtlFixnumTag:
       case DtlFlonumTag:
       case DtlLocativeTag:
-        return DtcEqualSign(x, y);
+        if (!DtcEqualSign(DtlObjPtr(x), DtlObjPtr(y))) return 0;
+        break;
       case DtlStringTag:
-        return DtcStringEqual(x, y);
+        if (!DtcStringEqual(DtlObjPtr(x), DtlObjPtr(y))) return 0;
+        break;
       case DtlSymbolTag:
-        return std::strcmp(x->pname() ? x->pname() : "", y->pname() ? y->pname() : "") == 0;
+        if (std::strcmp(x->pname() ? x->pname() : "", y->pname() ? y->pname() : "") != 0) {
+          return 0;
+        }
+        break;
       case DtlConsTag:
-        if (!DtcEqual(x->car(), y->car())) return 0;
-        x = x->cdr();
-        y = y->cdr();
-        continue;
+        pending.emplace_back(x->cdrObj(), y->cdrObj());
+        pending.emplace_back(x->carObj(), y->carObj());
+        break;
       default:
         DtcHaltAndCatchFire("Unknown type passed to equal!");
     }
   }
+  return 1;
 }
 
 int DtcGreater(DtlObjPtr const& a, DtlObjPtr const& b) {
