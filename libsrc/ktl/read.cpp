@@ -7,6 +7,7 @@
 #include <string>
 
 #include <ktl/atom.h>
+#include <ktl/eval.h>
 #include <ktl/io.h>
 #include <ktl/list.h>
 #include <util/dtException.h>
@@ -137,7 +138,9 @@ DtlObjPtr lreadtk(DtlInputStream* stream, DtlObjPtr const& env) {
 DtlObjPtr DtcRead(DtlInputStream* stream, DtlObjPtr const& env) {
   try {
     DepthGuard depth;
-    if (readDepth > DtlMaxReadDepth) DtcHaltAndCatchFire(atLine("Nesting too deep", stream));
+    if (readDepth > DtlMaxReadDepth || DtcStackNearlyExhausted()) {
+      DtcHaltAndCatchFire(atLine("Nesting too deep", stream));
+    }
     int c = stream->fgetc_past_whitespace();
     switch (c) {
       case -1:

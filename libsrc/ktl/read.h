@@ -10,7 +10,8 @@ namespace KORRti {
 // literals. Null by default: string literals then have no escape at all.
 extern char const* DtKtlReadEscapeChar;
 
-// Lists may nest this deep in one read; deeper text halts rather than exhaust the stack.
+// Lists may nest this deep in one read (less where the thread's stack is small); deeper text
+// halts rather than exhaust the stack.
 const int DtlMaxReadDepth = 1000;
 
 // Reads one expression, interning its symbols in env. End of input gives the symbol eof.
