@@ -2,6 +2,7 @@
 #define KTL_REGISTER_H
 
 #include <ktl/memory.h>
+#include <util/dtString.h>
 
 namespace KORRti {
 
@@ -35,6 +36,90 @@ class DtcParam {
   // own parameter list.
   DtlObjPtr const& env_;
 };
+
+// The Lisp side of a parameter: its kind of binding, read with DtcSetIfBoundp and written with
+// DtcResetLisp.
+class DtcLispDouble : public DtcParam {
+ public:
+  using DtcParam::DtcParam;
+  DtlObjPtr newValObj() override;
+  char* eval2str() override;
+  int getLisp(double* out);
+  void setLisp(double value);
+};
+
+class DtcLispInt : public DtcParam {
+ public:
+  using DtcParam::DtcParam;
+  DtlObjPtr newValObj() override;
+  char* eval2str() override;
+  int getLisp(int* out);
+  void setLisp(int value);
+};
+
+class DtcLispString : public DtcParam {
+ public:
+  using DtcParam::DtcParam;
+  DtlObjPtr newValObj() override;
+  char* eval2str() override;
+  // The binding's own text, not a copy.
+  int getLisp(char** out);
+  void setLisp(char const* value);
+};
+
+// The host side: one class per host type, holding the variable's address.
+#define KTL_DECLARE_USER_PARAM(Class, Base, Type)                 \
+  class Class : public Base {                                     \
+   public:                                                        \
+    Class(char const* name, Type* variable, DtlObjPtr const& env) \
+        : Base(name, env), variable_(variable) {}                 \
+    void c2lisp() override;                                       \
+    void lisp2c() override;                                       \
+                                                                  \
+   private:                                                       \
+    Type* variable_;                                              \
+  };
+
+KTL_DECLARE_USER_PARAM(DtcUserFloat, DtcLispDouble, float)
+KTL_DECLARE_USER_PARAM(DtcUserDouble, DtcLispDouble, double)
+KTL_DECLARE_USER_PARAM(DtcUserInt, DtcLispInt, int)
+KTL_DECLARE_USER_PARAM(DtcUserLong, DtcLispInt, long)
+KTL_DECLARE_USER_PARAM(DtcUserUlong, DtcLispInt, unsigned long)
+KTL_DECLARE_USER_PARAM(DtcUserUint, DtcLispInt, unsigned int)
+KTL_DECLARE_USER_PARAM(DtcUserShort, DtcLispInt, short)
+KTL_DECLARE_USER_PARAM(DtcUserUshort, DtcLispInt, unsigned short)
+// The host's pointer gets the binding's own text: valid while the binding keeps that string.
+KTL_DECLARE_USER_PARAM(DtcUserString, DtcLispString, char*)
+KTL_DECLARE_USER_PARAM(DtcUserDtString, DtcLispString, DtString)
+
+#undef KTL_DECLARE_USER_PARAM
+
+// Binds a host variable to name in env: 1 if registered; 0 with a warning if env already binds
+// the name. The frame's own parameter list owns the parameter; params is not used.
+int DtcRegister(DtcParam* param, DtlObjPtr const& env, DtList* params);
+int DtcRegister(char const* name, float* variable, DtlObjPtr const& env, DtList* params);
+int DtcRegister(char const* name, double* variable, DtlObjPtr const& env, DtList* params);
+int DtcRegister(char const* name, int* variable, DtlObjPtr const& env, DtList* params);
+int DtcRegister(char const* name, unsigned long* variable, DtlObjPtr const& env, DtList* params);
+int DtcRegister(char const* name, long* variable, DtlObjPtr const& env, DtList* params);
+int DtcRegister(char const* name, unsigned int* variable, DtlObjPtr const& env, DtList* params);
+int DtcRegister(char const* name, unsigned short* variable, DtlObjPtr const& env, DtList* params);
+int DtcRegister(char const* name, short* variable, DtlObjPtr const& env, DtList* params);
+int DtcRegister(char const* name, char** variable, DtlObjPtr const& env, DtList* params);
+int DtcRegister(char const* name, DtString* variable, DtlObjPtr const& env, DtList* params);
+
+// Host values into the bindings (before a load), and bindings into the host (after one).
+void DtcCToLisp(DtList* params);
+void DtcLispToC(DtList* params);
+
+// Gives a binding of frame a new value unless it already holds an equal one, so that a host's
+// pointer to a string's text stays valid.
+void DtcResetLisp(DtlObjPtr const& symbol, char const* value, DtlObjPtr const& frame);
+void DtcResetLisp(DtlObjPtr const& symbol, int value, DtlObjPtr const& frame);
+void DtcResetLisp(DtlObjPtr const& symbol, double value, DtlObjPtr const& frame);
+
+// The primitive print-registered: the frame's parameters as (setqb name value) lines.
+DtlObjPtr DtlPrintRegistered(DtlObjPtr const& args, DtlObjPtr const& env);
 
 // Removes each item of the list and destroys its parameter.
 void DtcEmptyParamList(DtList* params);

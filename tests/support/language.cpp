@@ -78,6 +78,7 @@ const Primitive kCompiled[] = {
     {"terpri", DtlTerpri},
     {"format", DtlFormat},
     {"describe", DtlDescribe},
+    {"print-registered", DtlPrintRegistered},
 };
 
 }  // namespace
