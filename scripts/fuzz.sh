@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Runs one libFuzzer target for a while:  scripts/fuzz.sh TARGET SECONDS
+# TARGET is read (the KTL reader) or eval (the reader and the evaluator).
 # e.g. `scripts/fuzz.sh read 60` runs build-fuzz/fuzz/read_fuzz for 60 seconds on a copy of
 # fuzz/corpus/read/. A crash leaves its input as crash-* in the top directory of the
 # repository. Further arguments go to libFuzzer.
@@ -13,6 +14,21 @@ fi
 target=$1
 seconds=$2
 shift 2
+
+# Options of each target. The evaluator's prin1, format and describe write to standard output,
+# and a define with the wrong number of arguments to standard error: close both in the target.
+# libFuzzer and the sanitizers then report on a copy of standard error, which stays open.
+# A leak report made only of "Indirect leak" entries is a reference cycle that outlived the
+# root frame (a closure or frame bound in a frame it refers to), a known limit of the reference
+# counting; to fuzz on past one, add -detect_leaks=0 (it also stops leak checks altogether).
+case $target in
+  read) options=() ;;
+  eval) options=(-close_fd_mask=3) ;;
+  *)
+    echo "$0: unknown target '$target' (read or eval)" >&2
+    exit 2
+    ;;
+esac
 
 bash scripts/install-deps.sh --fuzz
 
@@ -33,7 +49,7 @@ if [ -d "fuzz/corpus/$target" ]; then
 fi
 
 set +e
-"$build/fuzz/${target}_fuzz" -max_total_time="$seconds" -print_final_stats=1 "$@" \
+"$build/fuzz/${target}_fuzz" -max_total_time="$seconds" -print_final_stats=1 "${options[@]}" "$@" \
   "$work/corpus" 2>&1 | tee "$work/fuzz.log"
 status=${PIPESTATUS[0]}
 set -e
