@@ -396,6 +396,20 @@ TEST_F(EvalTest, ClosureReturnedFromACallKeepsItsFrameAlive) {
   EXPECT_EQ(held->refcnt(), 2);
 }
 
+TEST_F(EvalTest, ReturnedInnerClosureIsFreedWithItsFrame) {
+  // The call's frame binds a closure over itself and hands it out; when the caller drops it,
+  // frame and closure only hold each other and both go.
+  DtlObjPtr held = DtcCons(DtlObjPtr(1), DtlObjPtr::nil());
+  DtcSet(DtcIntern("held", root), held, root);
+  eval("(define (mk) (define keep held) (define g (lambda () keep)) g)");
+  EXPECT_EQ(show("((mk))"), "(1)");
+  EXPECT_EQ(held->refcnt(), 2);
+  eval("(define made (mk))");
+  EXPECT_EQ(held->refcnt(), 3);
+  eval("(define made nil)");
+  EXPECT_EQ(held->refcnt(), 2);
+}
+
 TEST_F(EvalTest, TracesWhenDebugging) {
   DtLispDebugOn = 1;
   DtNotifyLevel = 2;

@@ -373,22 +373,36 @@ TEST(FrameReleaseTest, OutsideHandleKeepsTheFrameUntilItGoes) {
   EXPECT_EQ(body->refcnt(), 1);
 }
 
-TEST(FrameReleaseTest, ClosureHeldElsewhereIsNotDetected) {
+TEST(FrameReleaseTest, ClosureHeldElsewhereTakesItsFrameAlongWhenItGoes) {
+  int destroyed = 0;
+  DtlObjPtr body = DtcCons(DtlObjPtr(1), DtlObjPtr::nil());
+  DtlObjPtr frame(DtlFrameTag);
+  frame->registerVal(new Sentinel(frame, &destroyed));
+  bindSelfClosure(frame, "f", body);
+  DtlObjPtr closure = frame->frameBindings()->lookup("f");
+  EXPECT_EQ(EnvLocalProcRefcnt(frame), 0);  // the closure has two owners
+  frame = DtlObjPtr();
+  EXPECT_EQ(destroyed, 0);  // held through the closure
+  closure = DtlObjPtr();    // the closure's last outside holder: the pair is unreachable
+  EXPECT_EQ(destroyed, 1);
+  EXPECT_EQ(body->refcnt(), 1);
+}
+
+TEST(FrameReleaseTest, ClosureSharedByTwoBindingsIsNotDetected) {
   int destroyed = 0;
   DtlObjPtr body = DtcCons(DtlObjPtr(1), DtlObjPtr::nil());
   DtlObjPtr frame(DtlFrameTag);
   DtlObj* raw = frame.get();
   frame->registerVal(new Sentinel(frame, &destroyed));
   DtlObjPtr name = bindSelfClosure(frame, "f", body);
-  DtlObjPtr closure = frame->frameBindings()->lookup("f");
-  EXPECT_EQ(EnvLocalProcRefcnt(frame), 0);  // the closure has two owners
+  DtcSet(DtcIntern("g", frame), frame->frameBindings()->lookup("f"), frame);
   frame = DtlObjPtr();
-  closure = DtlObjPtr();
-  // The frame and its closure now only hold each other: nothing releases the frame again, so
-  // the pair stays allocated. The test breaks the cycle by hand.
+  // The frame and its closure (count 2) only hold each other, and nothing releases either of
+  // them again: the pair stays allocated. The test breaks the cycle by hand.
   EXPECT_EQ(destroyed, 0);
   EXPECT_EQ(raw->refcnt(), 1);
   DtlObjPtr revived(raw);
+  DtcSet(DtcIntern("g", revived), DtlObjPtr::nil(), revived);
   DtcSet(name, DtlObjPtr::nil(), revived);
   EXPECT_EQ(destroyed, 0);
   revived = DtlObjPtr();

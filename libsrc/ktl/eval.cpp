@@ -84,7 +84,20 @@ namespace {
 
 // One pass of the evaluator's loop over current in frame. Answers true with result set when
 // the evaluation is done; false when current and frame now hold a form in tail position.
-bool step(DtlObjPtr& current, DtlObjPtr& frame, DtlObjPtr& result) {
+// The evaluator's loop variables. The frame is the caller's own handle until a procedure call
+// in tail position brings a frame of its own: copying the caller's would cost a release, and
+// with it a scan of the frame, on every evaluation.
+struct Evaluation {
+  DtlObjPtr current;
+  DtlObjPtr const* frame;
+  DtlObjPtr local;
+  DtlObjPtr result;
+};
+
+bool step(Evaluation& state) {
+  DtlObjPtr& current = state.current;
+  DtlObjPtr const& frame = *state.frame;
+  DtlObjPtr& result = state.result;
   if (DtlEvalStepLimit && ++evalSteps > DtlEvalStepLimit) {
     DtcHaltAndCatchFire("Evaluation step limit reached");
   }
@@ -125,7 +138,8 @@ bool step(DtlObjPtr& current, DtlObjPtr& frame, DtlObjPtr& result) {
       if (rc == 1) DtcHaltAndCatchFire("Wrong number of args for function application");
       if (rc == 2) DtcHaltAndCatchFire("Non-symbol in function parameter list for apply");
       current = allButLast(fn->procBody(), local);
-      frame = std::move(local);
+      state.local = std::move(local);
+      state.frame = &state.local;
       return false;
     }
     case DtlSpecialFormTag: {
@@ -146,12 +160,10 @@ DtlObjPtr DtcEval(DtlObjPtr const& expr, DtlObjPtr const& env) {
   try {
     EvalLevel level;
     if (DtcStackNearlyExhausted()) DtcHaltAndCatchFire("Evaluation nested too deep");
-    DtlObjPtr current = expr;
-    DtlObjPtr frame = env;
-    DtlObjPtr result;
-    while (!step(current, frame, result)) {
+    Evaluation state{expr, &env, DtlObjPtr(), DtlObjPtr()};
+    while (!step(state)) {
     }
-    return result;
+    return std::move(state.result);
   } catch (DtException const& e) {
     throw DtException("Propagating DtException.", __PRETTY_FUNCTION__,
                       DtSourceName(__FILE__).c_str(), __LINE__, &e);

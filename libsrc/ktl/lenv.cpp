@@ -30,6 +30,10 @@ bool isFrame(DtlObjPtr const& x) {
   return !x.isNull() && x->tag() == DtlFrameTag;
 }
 
+int isProcedure(DtlObjPtr const& x) {
+  return !x.isNull() && x->tag() == DtlProcedureTag;
+}
+
 }  // namespace
 
 int bucket_number(char const* name) {
@@ -76,6 +80,7 @@ DtlObjPtr DtlHashTable::insert(DtlObjPtr const& symbol, DtlObjPtr const& value, 
   symbol_entry* entry = new (std::nothrow) symbol_entry(symbol, value);
   if (!entry) DtcHaltAndCatchFire("out of memory in DtlHashTable::insert");
   int bucket = bucket_number(name);
+  if (isProcedure(value)) ++procedureBindings_;
   entry->next = buckets_[bucket];
   buckets_[bucket] = entry;
   return symbol;
@@ -84,6 +89,7 @@ DtlObjPtr DtlHashTable::insert(DtlObjPtr const& symbol, DtlObjPtr const& value, 
 DtlObjPtr DtlHashTable::rebind(DtlObjPtr const& symbol, DtlObjPtr const& value, DtlObjPtr const&) {
   symbol_entry* entry = find(nameOf(symbol.get()));
   if (!entry) DtcHaltAndCatchFire("symbol was not found in DtlHashTable::rebind");
+  procedureBindings_ += isProcedure(value) - isProcedure(entry->value);
   entry->value = value;
   return value;
 }

@@ -38,10 +38,13 @@ class DtlHashTable {
   DtlObjPtr bindings();
 
   symbol_entry* bucket(int index) const { return buckets_[index]; }
+  // How many bindings hold a procedure.
+  int procedureBindings() const { return procedureBindings_; }
 
  private:
   symbol_entry* find(char const* name);
   symbol_entry* buckets_[kBuckets];
+  int procedureBindings_ = 0;
 };
 
 // Frame primitives.

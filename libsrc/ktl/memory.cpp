@@ -109,20 +109,35 @@ void IncObjRefCnt(DtlObj* obj) {
   if (obj) obj->setRefcnt(obj->refcnt() + 1);
 }
 
-// Steps 1 to 5 of a release: true when the record must now be destroyed.
-static bool releaseReference(DtlObj* obj) {
-  if (!obj) return false;
+// A frame whose every remaining reference comes from closures bound in it, and held by nothing
+// else, is unreachable. The count of procedures bound in it is a cheap bound that spares most
+// releases the scan of its table.
+static bool heldOnlyByOwnClosures(DtlObj* frame) {
+  int count = frame->refcnt();
+  if (count <= 0 || count > frame->frameBindings()->procedureBindings()) return false;
+  return count == EnvLocalProcRefcnt(frame);
+}
+
+// Steps 1 to 5 of a release: the record that must now be destroyed, or null. That is the
+// object itself, or a frame that this release left held only by its own closures. Such a
+// frame's count is set to -1 to guard its teardown: the closures' releases of their frame then
+// run the count further down and never reach 0 again.
+static DtlObj* releaseReference(DtlObj* obj) {
+  if (!obj) return nullptr;
   obj->setRefcnt(obj->refcnt() - 1);
-  if (obj->refcnt() == 0) return true;
-  if (obj->tag() != DtlFrameTag) return false;
-  // A frame whose every remaining reference comes from closures bound in it, and held by
-  // nothing else, is unreachable. The -1 guards the teardown: the closures' releases of their
-  // frame then run the count further down and never reach 0 again.
-  if (obj->refcnt() > 0 && obj->refcnt() == EnvLocalProcRefcnt(obj)) {
-    obj->setRefcnt(-1);
-    return true;
+  if (obj->refcnt() == 0) return obj;
+  DtlObj* frame = nullptr;
+  if (obj->tag() == DtlFrameTag) {
+    frame = obj;
+  } else if (obj->tag() == DtlProcedureTag && obj->refcnt() == 1) {
+    // A closure down to its last holder, which may be the binding in its own frame: the frame
+    // can have just lost its last outside reference through this closure.
+    frame = obj->procEnvObj();
+    if (frame && frame->tag() != DtlFrameTag) frame = nullptr;
   }
-  return false;
+  if (!frame || !heldOnlyByOwnClosures(frame)) return nullptr;
+  frame->setRefcnt(-1);
+  return frame;
 }
 
 namespace {
@@ -160,20 +175,20 @@ class ReleaseStack {
 }  // namespace
 
 void DecObjRefCnt(DtlObj* obj) noexcept {
-  if (!releaseReference(obj)) return;
+  DtlObj* first = releaseReference(obj);
+  if (!first) return;
   // Destroy without recursion on the slots, so that a list of any length can be freed. The
   // slots go on a stack, third slot on top, so they are released third to first, each with
   // all that it frees in turn, just as a recursive release would.
   ReleaseStack pending;
-  for (DtlObj* dying = obj;;) {
+  for (DtlObj* dying = first;;) {
     pending.push(dying->slot1_.detach());
     pending.push(dying->slot2_.detach());
     pending.push(dying->slot3_.detach());
     delete dying;
     dying = nullptr;
     while (!pending.empty() && !dying) {
-      DtlObj* next = pending.pop();
-      if (releaseReference(next)) dying = next;
+      dying = releaseReference(pending.pop());
     }
     if (!dying) return;
   }
