@@ -10,78 +10,18 @@
 
 #include <gtest/gtest.h>
 
+#include "support/process.h"
+
 namespace {
 
 const char kProgram[] = KTL_BINARY_DIR "/tools/ktlprint";
 const char kHello[] = KTL_SOURCE_DIR "/examples/hello.ktl";
 
-struct Outcome {
-  std::string out;
-  std::string err;
-  int status = -1;  // the exit status, or -1 if the program did not exit normally
-};
-
-// A temporary file, removed with the object.
-class TempFile {
- public:
-  TempFile() {
-    char name[] = "/tmp/ktlprint-test-XXXXXX";
-    fd_ = mkstemp(name);
-    if (fd_ < 0) std::abort();
-    path_ = name;
-  }
-  ~TempFile() {
-    close(fd_);
-    unlink(path_.c_str());
-  }
-  TempFile(const TempFile&) = delete;
-  TempFile& operator=(const TempFile&) = delete;
-
-  int fd() const { return fd_; }
-  const std::string& path() const { return path_; }
-  void write(const std::string& text) {
-    ASSERT_EQ(::write(fd_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
-    lseek(fd_, 0, SEEK_SET);
-  }
-  std::string read() const {
-    std::string text;
-    lseek(fd_, 0, SEEK_SET);
-    char buffer[4096];
-    ssize_t n;
-    while ((n = ::read(fd_, buffer, sizeof buffer)) > 0) text.append(buffer, n);
-    return text;
-  }
-
- private:
-  int fd_;
-  std::string path_;
-};
+using ktltest::Outcome;
 
 // Runs ktlprint with these arguments and this standard input.
 Outcome runKtlprint(const std::vector<std::string>& args, const std::string& input = "") {
-  TempFile in, out, err;
-  in.write(input);
-  std::fflush(nullptr);
-  pid_t pid = fork();
-  if (pid == 0) {
-    dup2(in.fd(), 0);
-    dup2(out.fd(), 1);
-    dup2(err.fd(), 2);
-    std::vector<char*> argv;
-    argv.push_back(const_cast<char*>(kProgram));
-    for (const std::string& arg : args) argv.push_back(const_cast<char*>(arg.c_str()));
-    argv.push_back(nullptr);
-    execv(kProgram, argv.data());
-    _exit(127);
-  }
-  Outcome run;
-  int status = 0;
-  if (pid > 0 && waitpid(pid, &status, 0) == pid && WIFEXITED(status)) {
-    run.status = WEXITSTATUS(status);
-  }
-  run.out = out.read();
-  run.err = err.read();
-  return run;
+  return ktltest::runProgram(kProgram, args, input);
 }
 
 const char kHelloForms[] =
