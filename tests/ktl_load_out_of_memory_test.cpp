@@ -1,0 +1,133 @@
+// Allocation failures in the loaders and in putenv halt with the words of each site. This
+// program replaces the global allocation functions, so that the non-throwing allocations can be
+// made to fail on demand.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+#include <string>
+
+#include <ktl/ktl.h>
+
+#include "support/capture.h"
+
+using namespace KORRti;
+using ktltest::captureOutput;
+using ktltest::haltMessage;
+using ktltest::initialMessage;
+
+namespace KORRti {
+// The module's own loader, linked externally but kept out of the header.
+DtlObjPtr loadLispFile(char const* name, DtlObjPtr const& env, int warn);
+}  // namespace KORRti
+
+namespace {
+
+// -1: never fail. N >= 0: the non-throwing allocation after N more succeeds fails, once.
+int failCountdown = -1;
+
+void* allocate(std::size_t size) {
+  return std::malloc(size ? size : 1);
+}
+
+void* allocateOrFail(std::size_t size) {
+  if (failCountdown == 0) {
+    failCountdown = -1;
+    return nullptr;
+  }
+  if (failCountdown > 0) --failCountdown;
+  return allocate(size);
+}
+
+void* allocateOrThrow(std::size_t size) {
+  void* memory = allocate(size);
+  if (!memory) throw std::bad_alloc();
+  return memory;
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+  return allocateOrThrow(size);
+}
+void* operator new[](std::size_t size) {
+  return allocateOrThrow(size);
+}
+void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
+  return allocateOrFail(size);
+}
+void* operator new[](std::size_t size, std::nothrow_t const&) noexcept {
+  return allocateOrFail(size);
+}
+void operator delete(void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete[](void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+  std::free(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, std::nothrow_t const&) noexcept {
+  std::free(memory);
+}
+void operator delete[](void* memory, std::nothrow_t const&) noexcept {
+  std::free(memory);
+}
+
+namespace {
+
+class LoadOutOfMemoryTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    DtlObjPtr::nil();  // the singletons exist before any failure
+    DtlObjPtr::unbound();
+    DtcIntern("eof", frame);
+  }
+  void TearDown() override { failCountdown = -1; }
+
+  DtlObjPtr frame{DtlFrameTag};
+};
+
+}  // namespace
+
+TEST_F(LoadOutOfMemoryTest, TheFileStreamHaltsOutsideTheCatching) {
+  std::string path = ktltest::writeTempFile("5");
+  EXPECT_EQ(initialMessage([&] {
+              failCountdown = 0;
+              loadLispFile(path.c_str(), frame, 1);
+            }),
+            haltMessage("out of memory in DtcLoadLispFile"));
+  // The exported loader drops the halt and answers a null handle, with nothing written.
+  DtlObjPtr result = DtlObjPtr::nil();
+  auto output = captureOutput([&] {
+    failCountdown = 0;
+    result = DtcLoadLispFile(path.c_str(), frame, nullptr, 1);
+  });
+  EXPECT_TRUE(result.isNull());
+  EXPECT_EQ(output.err, "");
+  failCountdown = -1;
+  EXPECT_FALSE(DtcLoadLispFile(path.c_str(), frame, nullptr, 1).isNull());  // all well again
+}
+
+TEST_F(LoadOutOfMemoryTest, TheExpressionStreamHalts) {
+  EXPECT_EQ(initialMessage([&] {
+              failCountdown = 0;
+              DtcLoadLispExpr("5", frame, nullptr, 1);
+            }),
+            haltMessage("out of memory in DtcLoadLispExpr"));
+}
+
+TEST_F(LoadOutOfMemoryTest, ThePutenvTextHalts) {
+  DtlObjPtr args =
+      DtcCons(DtlObjPtr("KTL_OOM_TEST_PUT"), DtcCons(DtlObjPtr("v"), DtlObjPtr::nil()));
+  EXPECT_EQ(initialMessage([&] {
+              failCountdown = 0;
+              DtlPutenv(args, frame);
+            }),
+            haltMessage("Out of memory in putenv"));
+  EXPECT_EQ(std::getenv("KTL_OOM_TEST_PUT"), nullptr);
+}
