@@ -47,8 +47,9 @@ DtlHashTable::DtlHashTable() {
 }
 
 DtlHashTable::~DtlHashTable() {
-  for (auto& head : buckets_) {
-    while (head) {
+  // Stops at the last binding rather than at the last bucket: most frames hold a few.
+  for (int bucket = 0; bindings_ > 0 && bucket < kBuckets; ++bucket) {
+    for (symbol_entry*& head = buckets_[bucket]; head; --bindings_) {
       symbol_entry* next = head->next;
       delete head;
       head = next;
@@ -81,6 +82,7 @@ DtlObjPtr DtlHashTable::insert(DtlObjPtr const& symbol, DtlObjPtr const& value, 
   if (!entry) DtcHaltAndCatchFire("out of memory in DtlHashTable::insert");
   int bucket = bucket_number(name);
   if (isProcedure(value)) ++procedureBindings_;
+  ++bindings_;
   entry->next = buckets_[bucket];
   buckets_[bucket] = entry;
   return symbol;

@@ -44,6 +44,7 @@ class DtlHashTable {
  private:
   symbol_entry* find(char const* name);
   symbol_entry* buckets_[kBuckets];
+  int bindings_ = 0;
   int procedureBindings_ = 0;
 };
 
