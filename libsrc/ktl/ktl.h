@@ -6,11 +6,14 @@
 #include <util/util.h>
 
 #include <ktl/alist.h>
+#include <ktl/appEnv.h>
 #include <ktl/atom.h>
+#include <ktl/envInit.h>
 #include <ktl/eval.h>
 #include <ktl/float.h>
 #include <ktl/integer.h>
 #include <ktl/io.h>
+#include <ktl/ktlEnvironment.h>
 #include <ktl/lenv.h>
 #include <ktl/list.h>
 #include <ktl/locative.h>
