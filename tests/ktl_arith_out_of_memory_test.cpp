@@ -12,67 +12,13 @@
 #include <ktl/ktl.h>
 
 #include "support/capture.h"
+#include "support/failing_allocator.h"
 
 using namespace KORRti;
 using ktltest::haltMessage;
 using ktltest::initialMessage;
 
-namespace {
-
-// -1: never fail. N >= 0: the non-throwing allocation after N more succeeds fails, once.
-int failCountdown = -1;
-
-void* allocate(std::size_t size) {
-  return std::malloc(size ? size : 1);
-}
-
-void* allocateOrFail(std::size_t size) {
-  if (failCountdown == 0) {
-    failCountdown = -1;
-    return nullptr;
-  }
-  if (failCountdown > 0) --failCountdown;
-  return allocate(size);
-}
-
-void* allocateOrThrow(std::size_t size) {
-  void* memory = allocate(size);
-  if (!memory) throw std::bad_alloc();
-  return memory;
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  return allocateOrThrow(size);
-}
-void* operator new[](std::size_t size) {
-  return allocateOrThrow(size);
-}
-void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
-  return allocateOrFail(size);
-}
-void* operator new[](std::size_t size, std::nothrow_t const&) noexcept {
-  return allocateOrFail(size);
-}
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-void operator delete[](void* memory) noexcept {
-  std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
-void operator delete(void* memory, std::nothrow_t const&) noexcept {
-  std::free(memory);
-}
-void operator delete[](void* memory, std::nothrow_t const&) noexcept {
-  std::free(memory);
-}
+using ktltest::failCountdown;
 
 namespace {
 

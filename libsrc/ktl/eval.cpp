@@ -164,17 +164,8 @@ DtlObjPtr DtcEval(DtlObjPtr const& expr, DtlObjPtr const& env) {
     while (!step(state)) {
     }
     return std::move(state.result);
-  } catch (DtException const& e) {
-    throw DtException("Propagating DtException.", __PRETTY_FUNCTION__,
-                      DtSourceName(__FILE__).c_str(), __LINE__, &e);
-  } catch (std::exception const& e) {
-    std::string text = std::string("std::exception ") + e.what();
-    throw DtException(text.c_str(), __PRETTY_FUNCTION__, DtSourceName(__FILE__).c_str(), __LINE__,
-                      nullptr);
   } catch (...) {
-    throw DtTemplatedException<DtUnknownExceptionNumber>(
-        "Caught Unknown Exception.", __PRETTY_FUNCTION__, DtSourceName(__FILE__).c_str(), __LINE__,
-        nullptr);
+    DtcPropagate(__PRETTY_FUNCTION__, DtSourceName(__FILE__).c_str(), __LINE__);
   }
 }
 

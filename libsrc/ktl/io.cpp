@@ -1,6 +1,8 @@
 #include <ktl/io.h>
 
 #include <cstdio>
+#include <exception>
+#include <string>
 
 #include <ktl/list.h>
 #include <ktl/null.h>
@@ -21,6 +23,20 @@ DtlObjPtr DtcHaltAndCatchFire(char const* text) {
 
 void DtcHaltAndCatchFire(std::string const& text) {
   DtcHaltAndCatchFire(text.c_str());
+}
+
+void DtcPropagate(char const* function, char const* file, unsigned int line) {
+  try {
+    throw;
+  } catch (DtException const& e) {
+    throw DtException("Propagating DtException.", function, file, line, &e);
+  } catch (std::exception const& e) {
+    std::string text = std::string("std::exception ") + e.what();
+    throw DtException(text.c_str(), function, file, line, nullptr);
+  } catch (...) {
+    throw DtTemplatedException<DtUnknownExceptionNumber>("Caught Unknown Exception.", function,
+                                                         file, line, nullptr);
+  }
 }
 
 DtlObjPtr DtcErrPrint(DtlObjPtr const& x) {

@@ -12,6 +12,12 @@ namespace KORRti {
 [[noreturn]] DtlObjPtr DtcHaltAndCatchFire(char const* text);
 [[noreturn]] void DtcHaltAndCatchFire(std::string const& text);
 
+// Rethrows the exception being handled, for a catch-all block of an evaluation or read level:
+// a DtException goes on as a new one with "Propagating DtException." and the old one as its
+// cause, a std::exception as a DtException with "std::exception " and its what(), anything else
+// as a DtTemplatedException<-2> with "Caught Unknown Exception.". Each carries the given place.
+[[noreturn]] void DtcPropagate(char const* function, char const* file, unsigned int line);
+
 // Prints x on standard error, with no newline, and returns it.
 DtlObjPtr DtcErrPrint(DtlObjPtr const& x);
 
