@@ -9,6 +9,7 @@
 
 #include "support/capture.h"
 #include "support/language.h"
+#include "support/language_test.h"
 
 using namespace KORRti;
 using ktltest::captureOutput;
@@ -19,28 +20,7 @@ using ktltest::printed;
 
 namespace {
 
-class EvalTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    savedLevel_ = DtNotifyLevel;
-    savedDebug_ = DtLispDebugOn;
-  }
-  void TearDown() override {
-    DtNotifyLevel = savedLevel_;
-    DtLispDebugOn = savedDebug_;
-    ktltest::destroyLanguageFrame(root);
-  }
-
-  DtlObjPtr eval(std::string const& text) { return evalText(text, root); }
-  std::string show(std::string const& text) { return printed(eval(text)); }
-  std::string error(std::string const& text) {
-    return initialMessage([&] { eval(text); });
-  }
-
-  DtlObjPtr root = ktltest::makeLanguageFrame();
-  int savedLevel_ = 1;
-  int savedDebug_ = 0;
-};
+using EvalTest = ktltest::LanguageTest;
 
 // A compiled function that records what it was given.
 DtlObjPtr recordedArgs;

@@ -7,6 +7,7 @@
 
 #include "support/capture.h"
 #include "support/language.h"
+#include "support/language_test.h"
 
 using namespace KORRti;
 using ktltest::captureOutput;
@@ -17,29 +18,22 @@ using ktltest::printed;
 
 namespace {
 
-class IoTest : public ::testing::Test {
+class IoTest : public ktltest::LanguageTest {
  protected:
   void SetUp() override {
-    savedLevel_ = DtNotifyLevel;
+    LanguageTest::SetUp();
     DtNotifyLevel = 2;  // DtInfo visible
   }
   void TearDown() override {
-    DtNotifyLevel = savedLevel_;
     result = DtlObjPtr();  // may hold a closure over the root, which must go first
-    ktltest::destroyLanguageFrame(root);
+    LanguageTest::TearDown();
   }
 
-  DtlObjPtr eval(std::string const& text) { return evalText(text, root); }
-  std::string error(std::string const& text) {
-    return initialMessage([&] { eval(text); });
-  }
   ktltest::Captured run(std::string const& text) {
     return captureOutput([&] { result = eval(text); });
   }
 
-  DtlObjPtr root = ktltest::makeLanguageFrame();
   DtlObjPtr result;
-  int savedLevel_ = 1;
 };
 
 std::string hex(void const* address) {

@@ -7,6 +7,7 @@
 
 #include "support/capture.h"
 #include "support/language.h"
+#include "support/language_test.h"
 
 using namespace KORRti;
 using ktltest::evalText;
@@ -16,18 +17,7 @@ using ktltest::printed;
 
 namespace {
 
-class ListTest : public ::testing::Test {
- protected:
-  void TearDown() override { ktltest::destroyLanguageFrame(root); }
-
-  DtlObjPtr eval(std::string const& text) { return evalText(text, root); }
-  std::string show(std::string const& text) { return printed(eval(text)); }
-  std::string error(std::string const& text) {
-    return initialMessage([&] { eval(text); });
-  }
-
-  DtlObjPtr root = ktltest::makeLanguageFrame();
-};
+using ListTest = ktltest::LanguageTest;
 
 }  // namespace
 
@@ -226,6 +216,7 @@ TEST_F(ListTest, HostHelpers) {
 class LongListTest : public ListTest {
  protected:
   void SetUp() override {
+    ListTest::SetUp();
     DtlObjPtr list = DtlObjPtr::nil();
     for (int i = kLength - 1; i >= 0; --i) list = DtcCons(DtlObjPtr(i), list);
     DtcSet(DtcIntern("big", root), list, root);

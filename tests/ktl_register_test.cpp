@@ -8,6 +8,7 @@
 
 #include "support/capture.h"
 #include "support/language.h"
+#include "support/language_test.h"
 
 using namespace KORRti;
 using ktltest::captureOutput;
@@ -16,24 +17,14 @@ using ktltest::printed;
 
 namespace {
 
-class RegisterTest : public ::testing::Test {
+class RegisterTest : public ktltest::LanguageTest {
  protected:
-  void SetUp() override { savedLevel_ = DtNotifyLevel; }
-  void TearDown() override {
-    DtNotifyLevel = savedLevel_;
-    ktltest::destroyLanguageFrame(root);
-  }
-
   // What a load does around its text: host values in, evaluate, bindings back out.
   void load(std::string const& text) {
     DtcCToLisp(root->params());
-    evalText(text, root);
+    eval(text);
     DtcLispToC(root->params());
   }
-  std::string show(std::string const& text) { return printed(evalText(text, root)); }
-
-  DtlObjPtr root = ktltest::makeLanguageFrame();
-  int savedLevel_ = 1;
 };
 
 // A parameter whose destruction is observable.
