@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <new>
+#include <vector>
 
 #include <ktl/atom.h>
 #include <ktl/io.h>
@@ -47,7 +48,12 @@ DtlHashTable::DtlHashTable() {
 }
 
 DtlHashTable::~DtlHashTable() {
-  // Stops at the last binding rather than at the last bucket: most frames hold a few.
+  clear();
+}
+
+void DtlHashTable::clear() {
+  // Stops at the last binding rather than at the last bucket: most frames hold a few. Every
+  // bucket is empty afterwards.
   for (int bucket = 0; bindings_ > 0 && bucket < kBuckets; ++bucket) {
     for (symbol_entry*& head = buckets_[bucket]; head; --bindings_) {
       symbol_entry* next = head->next;
@@ -55,6 +61,55 @@ DtlHashTable::~DtlHashTable() {
       head = next;
     }
   }
+  bindings_ = 0;
+  procedureBindings_ = 0;
+}
+
+namespace {
+
+// Set once the thread's store is gone: frames that die later (say, in a host's static object
+// at process exit) then free their tables directly.
+thread_local bool tableStoreGone = false;
+
+// Emptied tables kept for the frames of later calls on this thread, freed when it ends.
+class TableStore {
+ public:
+  ~TableStore() {
+    for (DtlHashTable* table : tables_) delete table;
+    tables_.clear();
+    tableStoreGone = true;
+  }
+  DtlHashTable* take() {
+    if (tables_.empty()) return nullptr;
+    DtlHashTable* table = tables_.back();
+    tables_.pop_back();
+    return table;
+  }
+  bool keep(DtlHashTable* table) {
+    if (tables_.size() >= kMaxKept) return false;
+    tables_.push_back(table);
+    return true;
+  }
+
+ private:
+  static const size_t kMaxKept = 64;
+  std::vector<DtlHashTable*> tables_;
+};
+
+thread_local TableStore tableStore;
+
+}  // namespace
+
+DtlHashTable* DtlHashTable::acquire() {
+  DtlHashTable* table = tableStoreGone ? nullptr : tableStore.take();
+  return table ? table : new (std::nothrow) DtlHashTable();
+}
+
+void DtlHashTable::release(DtlHashTable* table) {
+  if (!table) return;
+  // Releasing the bindings can run other code first; the table is only kept once empty.
+  table->clear();
+  if (tableStoreGone || !tableStore.keep(table)) delete table;
 }
 
 symbol_entry* DtlHashTable::find(char const* name) {

@@ -37,12 +37,19 @@ class DtlHashTable {
   // A list of (symbol value) pairs, ended by an empty cell; nil for an empty table.
   DtlObjPtr bindings();
 
+  // A table for a new frame, from the calling thread's store of emptied tables when it has
+  // one; null if memory ran out. Frames come and go with every procedure call.
+  static DtlHashTable* acquire();
+  // Empties the table and keeps it for a later frame of this thread, or frees it.
+  static void release(DtlHashTable* table);
+
   symbol_entry* bucket(int index) const { return buckets_[index]; }
   // How many bindings hold a procedure.
   int procedureBindings() const { return procedureBindings_; }
 
  private:
   symbol_entry* find(char const* name);
+  void clear();
   symbol_entry* buckets_[kBuckets];
   int bindings_ = 0;
   int procedureBindings_ = 0;

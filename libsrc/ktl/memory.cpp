@@ -207,7 +207,7 @@ DtlObj::DtlObj(DtlTagType tag) {
       setString(nullptr);
       break;
     case DtlFrameTag:
-      value_.frameBindings = new (std::nothrow) DtlHashTable();
+      value_.frameBindings = DtlHashTable::acquire();
       if (!value_.frameBindings) DtcHaltAndCatchFire("out of memory in DtlObj::DtlObj(DtlTagType)");
       function_.params = nullptr;
       break;
@@ -259,7 +259,7 @@ DtlObj::~DtlObj() {
           delete function_.params;
           function_.params = nullptr;
         }
-        delete value_.frameBindings;
+        DtlHashTable::release(value_.frameBindings);
         break;
       default:
         break;
