@@ -9,6 +9,10 @@
 #include <ktl/appEnv.h>
 #include <ktl/atom.h>
 #include <ktl/envInit.h>
+#include <ktl/envList.h>
+#include <ktl/envNamedList.h>
+#include <ktl/envObject.h>
+#include <ktl/envValue.h>
 #include <ktl/eval.h>
 #include <ktl/float.h>
 #include <ktl/integer.h>
@@ -21,6 +25,7 @@
 #include <ktl/lstring.h>
 #include <ktl/math.h>
 #include <ktl/memory.h>
+#include <ktl/nativeValue.h>
 #include <ktl/null.h>
 #include <ktl/read.h>
 #include <ktl/register.h>
