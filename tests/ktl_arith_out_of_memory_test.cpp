@@ -13,20 +13,16 @@
 
 #include "support/capture.h"
 #include "support/failing_allocator.h"
+#include "support/language.h"
 
 using namespace KORRti;
 using ktltest::haltMessage;
 using ktltest::initialMessage;
+using ktltest::list;
 
 using ktltest::failCountdown;
 
 namespace {
-
-DtlObjPtr list(std::initializer_list<DtlObjPtr> items) {
-  DtlObjPtr result = DtlObjPtr::nil();
-  for (auto it = items.end(); it != items.begin();) result = DtcCons(*--it, result);
-  return result;
-}
 
 class ArithmeticOutOfMemoryTest : public ::testing::Test {
  protected:

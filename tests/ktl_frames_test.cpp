@@ -6,19 +6,15 @@
 #include <ktl/ktl.h>
 
 #include "support/capture.h"
+#include "support/language.h"
 
 using namespace KORRti;
 using ktltest::captureOutput;
 using ktltest::haltMessage;
 using ktltest::initialMessage;
+using ktltest::list;
 
 namespace {
-
-DtlObjPtr list(std::initializer_list<DtlObjPtr> items) {
-  DtlObjPtr result = DtlObjPtr::nil();
-  for (auto it = items.end(); it != items.begin();) result = DtcCons(*--it, result);
-  return result;
-}
 
 DtlObjPtr childOf(DtlObjPtr const& parent) {
   DtlObjPtr child(DtlFrameTag);

@@ -15,6 +15,7 @@
 
 #include "support/capture.h"
 #include "support/language.h"
+#include "support/language_test.h"
 
 using namespace KORRti;
 using ktltest::captureOutput;
@@ -74,24 +75,19 @@ std::string exceptionText(std::string const& text) {
   return out.str();
 }
 
-class LoadTest : public ::testing::Test {
+class LoadTest : public ktltest::LanguageTest {
  protected:
   void SetUp() override {
-    savedLevel_ = DtNotifyLevel;
-    savedDebug_ = DtLispDebugOn;
+    LanguageTest::SetUp();
     DtNotifyLevel = 1;
     DtLispDebugOn = 0;
     DtcInternCompiledC("load", DtlLoad, root);
   }
   void TearDown() override {
     DtlClearLoadPaths();
-    DtNotifyLevel = savedLevel_;
-    DtLispDebugOn = savedDebug_;
-    ktltest::destroyLanguageFrame(root);
+    LanguageTest::TearDown();
   }
 
-  DtlObjPtr eval(std::string const& text) { return evalText(text, root); }
-  std::string show(std::string const& text) { return printed(eval(text)); }
   bool bound(char const* name) { return DtcBoundp(DtcIntern(name, root), root) == 1; }
   DtlObjPtr loadFile(std::string const& path, int warn = 1) {
     return DtcLoadLispFile(path.c_str(), root, root->params(), warn);
@@ -107,10 +103,6 @@ class LoadTest : public ::testing::Test {
     }
     return result;
   }
-
-  DtlObjPtr root = ktltest::makeLanguageFrame();
-  int savedLevel_ = 1;
-  int savedDebug_ = 0;
 };
 
 }  // namespace

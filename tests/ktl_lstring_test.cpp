@@ -14,15 +14,10 @@ using ktltest::captureOutput;
 using ktltest::evalText;
 using ktltest::haltMessage;
 using ktltest::initialMessage;
+using ktltest::list;
 using ktltest::printed;
 
 namespace {
-
-DtlObjPtr list(std::initializer_list<DtlObjPtr> items) {
-  DtlObjPtr result = DtlObjPtr::nil();
-  for (auto it = items.end(); it != items.begin();) result = DtcCons(*--it, result);
-  return result;
-}
 
 // A list of count strings "s0", "s1", ...
 DtlObjPtr strings(int count) {

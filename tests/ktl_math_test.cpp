@@ -16,15 +16,10 @@ using ktltest::captureOutput;
 using ktltest::evalText;
 using ktltest::haltMessage;
 using ktltest::initialMessage;
+using ktltest::list;
 using ktltest::printed;
 
 namespace {
-
-DtlObjPtr list(std::initializer_list<DtlObjPtr> items) {
-  DtlObjPtr result = DtlObjPtr::nil();
-  for (auto it = items.end(); it != items.begin();) result = DtcCons(*--it, result);
-  return result;
-}
 
 DtlObjPtr fix(int value) {
   return DtlObjPtr(value);

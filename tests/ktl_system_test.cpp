@@ -16,6 +16,7 @@
 
 #include "support/capture.h"
 #include "support/language.h"
+#include "support/language_test.h"
 
 using namespace KORRti;
 using ktltest::captureOutput;
@@ -42,43 +43,29 @@ const Primitive kSystemPrimitives[] = {
     {"number->string", DtlNumberToString},
 };
 
-class SystemTest : public ::testing::Test {
+class SystemTest : public ktltest::LanguageTest {
  protected:
   void SetUp() override {
-    savedLevel_ = DtNotifyLevel;
-    savedDebug_ = DtLispDebugOn;
+    LanguageTest::SetUp();
     DtNotifyLevel = 1;
     DtLispDebugOn = 0;
     for (auto const& fn : kSystemPrimitives) DtcInternCompiledC(fn.name, fn.code, root);
   }
   void TearDown() override {
     DtlClearLoadPaths();
-    DtNotifyLevel = savedLevel_;
-    DtLispDebugOn = savedDebug_;
-    ktltest::destroyLanguageFrame(root);
+    LanguageTest::TearDown();
   }
 
-  DtlObjPtr eval(std::string const& text) { return evalText(text, root); }
-  std::string show(std::string const& text) { return printed(eval(text)); }
-  std::string error(std::string const& text) {
-    return initialMessage([&] { eval(text); });
-  }
   // Calls a primitive on the list of its arguments, without the evaluator (whose own traces
   // would mix with those of the primitive).
   DtlObjPtr call(DtlPrimitive fn, std::initializer_list<DtlObjPtr> args) {
-    DtlObjPtr list = DtlObjPtr::nil();
-    for (auto it = args.end(); it != args.begin();) list = DtcCons(*--it, list);
-    return fn(list, root);
+    return fn(ktltest::list(args), root);
   }
   // Traces print only with DtLispDebugOn and DtNotifyLevel 2 or more.
   void trace() {
     DtLispDebugOn = 1;
     DtNotifyLevel = 2;
   }
-
-  DtlObjPtr root = ktltest::makeLanguageFrame();
-  int savedLevel_ = 1;
-  int savedDebug_ = 0;
 };
 
 }  // namespace

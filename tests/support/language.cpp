@@ -100,6 +100,12 @@ void destroyLanguageFrame(DtlObjPtr& frame) {
   frame = DtlObjPtr();
 }
 
+DtlObjPtr list(std::initializer_list<DtlObjPtr> items) {
+  DtlObjPtr result = DtlObjPtr::nil();
+  for (auto it = items.end(); it != items.begin();) result = DtcCons(*--it, result);
+  return result;
+}
+
 DtlObjPtr evalText(std::string const& text, DtlObjPtr const& frame) {
   DtlStringInputStream stream(text.c_str());
   DtlObjPtr eof = DtcIntern("eof", frame);

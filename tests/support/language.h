@@ -1,6 +1,7 @@
 #ifndef TESTS_SUPPORT_LANGUAGE_H
 #define TESTS_SUPPORT_LANGUAGE_H
 
+#include <initializer_list>
 #include <string>
 
 #include <ktl/ktl.h>
@@ -16,6 +17,9 @@ KORRti::DtlObjPtr makeLanguageFrame();
 // root (closures made in calls and kept in the root, frames bound in their parent) go with it.
 // Any other handle on the root dangles afterwards.
 void destroyLanguageFrame(KORRti::DtlObjPtr& frame);
+
+// A list of the given objects, in order.
+KORRti::DtlObjPtr list(std::initializer_list<KORRti::DtlObjPtr> items);
 
 // Reads every form of text and evaluates it in frame; answers the last value (nil for none).
 KORRti::DtlObjPtr evalText(std::string const& text, KORRti::DtlObjPtr const& frame);
