@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Runs one libFuzzer target for a while:  scripts/fuzz.sh TARGET SECONDS
-# TARGET is read (the KTL reader) or eval (the reader and the evaluator).
+# TARGET names fuzz/TARGET_fuzz.cpp: read (the KTL reader), eval (the reader and the evaluator),
+# and the others in fuzz/.
 # e.g. `scripts/fuzz.sh read 60` runs build-fuzz/fuzz/read_fuzz for 60 seconds on a copy of
 # fuzz/corpus/read/. A crash leaves its input as crash-* in the top directory of the
 # repository. Further arguments go to libFuzzer.
@@ -22,13 +23,13 @@ shift 2
 # root frame (a closure or frame bound in a frame it refers to), a known limit of the reference
 # counting; to fuzz on past one, add -detect_leaks=0 (it also stops leak checks altogether).
 case $target in
-  read) options=() ;;
   eval) options=(-close_fd_mask=3) ;;
-  *)
-    echo "$0: unknown target '$target' (read or eval)" >&2
-    exit 2
-    ;;
+  *) options=() ;;
 esac
+if [ ! -f "fuzz/${target}_fuzz.cpp" ]; then
+  echo "$0: unknown target '$target' (no fuzz/${target}_fuzz.cpp)" >&2
+  exit 2
+fi
 
 bash scripts/install-deps.sh --fuzz
 
