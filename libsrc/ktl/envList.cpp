@@ -49,14 +49,28 @@ DtEnvValueSP DtEnvList::last() const {
 
 DtEnvValueSP DtEnvList::next(DtEnvValueSP child) const {
   if (!child) return DtEnvValueSP();
-  for (auto it = children_.begin(); it != children_.end(); ++it) {
-    if (*it == child) {
-      ++it;
-      if (it == children_.end()) return DtEnvValueSP();
-      return *it;
+  // Walks with first()/next() ask for the entry the previous call handed out: answer those from
+  // the remembered position instead of scanning from the front, so that a walk stays linear.
+  auto it = children_.end();
+  if (cursorValid_ && *cursor_ == child) {
+    it = cursor_;
+  } else {
+    for (auto scan = children_.begin(); scan != children_.end(); ++scan) {
+      if (*scan == child) {
+        it = scan;
+        break;
+      }
     }
+    if (it == children_.end()) return DtEnvValueSP();
   }
-  return DtEnvValueSP();
+  ++it;
+  if (it == children_.end()) {
+    cursorValid_ = false;
+    return DtEnvValueSP();
+  }
+  cursor_ = it;
+  cursorValid_ = true;
+  return *it;
 }
 
 void DtEnvList::cloneChildren(DtEnvList* target) const {
@@ -74,7 +88,10 @@ void DtEnvList::remove(DtEnvValueSP child) {
   int index = 0;
   for (auto it = children_.begin(); it != children_.end(); ++it, ++index) {
     if (*it == child) {
-      if (index >= hidden_) children_.erase(it);
+      if (index >= hidden_) {
+        if (cursorValid_ && cursor_ == it) cursorValid_ = false;
+        children_.erase(it);
+      }
       return;
     }
   }

@@ -19,7 +19,8 @@ class DtEnvList : public DtEnvValue {
   // The first and last entry of the children, or an empty handle when there are none.
   virtual DtEnvValueSP first() const;
   virtual DtEnvValueSP last() const;
-  // The entry behind child; an empty handle for an empty, foreign or last child.
+  // The entry behind child; an empty handle for an empty, foreign or last child. A child that
+  // stands in the list twice is found at the place the walk reached, so walks end.
   virtual DtEnvValueSP next(DtEnvValueSP child) const;
   // Appends a clone of each child, from first() on, to target through its append().
   virtual void cloneChildren(DtEnvList* target) const;
@@ -43,6 +44,9 @@ class DtEnvList : public DtEnvValue {
  private:
   std::list<DtEnvValueSP> children_;
   int hidden_ = 0;
+  // The entry next() last handed out, so that the following next() on it needs no scan.
+  mutable std::list<DtEnvValueSP>::const_iterator cursor_;
+  mutable bool cursorValid_ = false;
 };
 
 }  // namespace KORRti

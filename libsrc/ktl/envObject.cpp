@@ -1,10 +1,7 @@
 #include <ktl/envObject.h>
+#include <ktl/envObjectSync.h>
 
 namespace KORRti {
-
-namespace {
-DtEnvObjectSyncHook theSyncHook = nullptr;
-}  // namespace
 
 DtEnvObject::DtEnvObject(const DtString& name, const DtString& type, const DtString& value)
     : DtEnvNamedList(name, value) {
@@ -14,13 +11,9 @@ DtEnvObject::DtEnvObject(const DtString& name, const DtString& type, const DtStr
 
 DtEnvObject::~DtEnvObject() = default;
 
-void DtEnvObject::callSync(DtEnvSyncCall call, DtEnvValue* child, const DtEnvValueSP& node) {
-  if (sync_ && theSyncHook) theSyncHook(sync_, call, this, child, node);
-}
-
 void DtEnvObject::valueChanged() {
   if (sync_) {
-    callSync(DtEnvSyncCall::SyncIn, nullptr, DtEnvValueSP());
+    sync_->syncIn(this);
     return;
   }
   DtEnvValue::valueChanged();
@@ -28,7 +21,7 @@ void DtEnvObject::valueChanged() {
 
 void DtEnvObject::childChanged(DtEnvValue* child) {
   if (sync_) {
-    callSync(DtEnvSyncCall::UnboundAttributeSyncIn, child, DtEnvValueSP());
+    sync_->unboundAttributeSyncInCB(child);
     return;
   }
   DtEnvValue::childChanged(child);
@@ -51,7 +44,7 @@ void DtEnvObject::append(DtEnvValueSP child) {
     if (!key.isEmpty()) attributes_[key] = child;
   }
   DtEnvList::append(child);
-  callSync(DtEnvSyncCall::AttributeAdded, nullptr, child);
+  if (sync_) sync_->attributeAddedCB(child);
 }
 
 void DtEnvObject::remove(DtEnvValueSP child) {
@@ -61,7 +54,7 @@ void DtEnvObject::remove(DtEnvValueSP child) {
     if (!key.isEmpty()) attributes_.erase(key);
   }
   DtEnvList::remove(child);
-  callSync(DtEnvSyncCall::AttributeRemoved, nullptr, child);
+  if (sync_) sync_->attributeRemovedCB(child);
 }
 
 DtString DtEnvObject::name() const {
@@ -88,7 +81,7 @@ DtEnvObjectSync* DtEnvObject::sync() const {
 
 void DtEnvObject::setSync(DtEnvObjectSync* sync) {
   sync_ = sync;
-  if (sync_) callSync(DtEnvSyncCall::SyncIn, nullptr, DtEnvValueSP());
+  if (sync_) sync_->syncIn(this);
 }
 
 DtEnvValueSP DtEnvObject::attribute(const DtString& name) const {
@@ -120,16 +113,6 @@ bool DtEnvObject::isObject(DtEnvValueSP node, const DtString& name, const DtStri
 DtEnvObject* DtEnvObject::castToObject(DtEnvValueSP node) {
   if (!isObject(node)) return nullptr;
   return dynamic_cast<DtEnvObject*>(node.get());
-}
-
-DtEnvObjectSyncHook DtEnvObject::setSyncHook(DtEnvObjectSyncHook hook) {
-  DtEnvObjectSyncHook previous = theSyncHook;
-  theSyncHook = hook;
-  return previous;
-}
-
-DtEnvObjectSyncHook DtEnvObject::syncHook() {
-  return theSyncHook;
 }
 
 }  // namespace KORRti

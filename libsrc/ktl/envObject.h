@@ -8,22 +8,8 @@
 
 namespace KORRti {
 
-class DtEnvObject;
 // Binds an application object to a DtEnvObject. Not owned by the object it is set on.
 class DtEnvObjectSync;
-
-// What an object asks of its sync.
-enum class DtEnvSyncCall {
-  SyncIn,                  // the object's own value changed, or the sync was just set
-  UnboundAttributeSyncIn,  // something below changed; child is the object's direct child
-  AttributeAdded,          // node was appended
-  AttributeRemoved         // node was removed
-};
-
-// The one way an object reaches its sync: the sync module installs it, and it forwards each
-// call to the sync's operation of that name. Without a hook installed the calls are dropped.
-using DtEnvObjectSyncHook = void (*)(DtEnvObjectSync* sync, DtEnvSyncCall call, DtEnvObject* object,
-                                     DtEnvValue* child, const DtEnvValueSP& node);
 
 // An element of the tree: name, type, value, children and an index of its named children by
 // name. Name and type are kept in the two hidden first children.
@@ -65,13 +51,7 @@ class DtEnvObject : public DtEnvNamedList {
   // The node as an object, or null.
   static DtEnvObject* castToObject(DtEnvValueSP node);
 
-  // Installs the hook through which objects call their syncs; answers the one it replaces.
-  static DtEnvObjectSyncHook setSyncHook(DtEnvObjectSyncHook hook);
-  static DtEnvObjectSyncHook syncHook();
-
  private:
-  void callSync(DtEnvSyncCall call, DtEnvValue* child, const DtEnvValueSP& node);
-
   std::map<DtString, std::weak_ptr<DtEnvValue>> attributes_;
   DtEnvObjectSync* sync_ = nullptr;
 };

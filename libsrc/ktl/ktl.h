@@ -12,7 +12,9 @@
 #include <ktl/envList.h>
 #include <ktl/envNamedList.h>
 #include <ktl/envObject.h>
+#include <ktl/envObjectSync.h>
 #include <ktl/envValue.h>
+#include <ktl/environment.h>
 #include <ktl/eval.h>
 #include <ktl/float.h>
 #include <ktl/integer.h>
