@@ -1,0 +1,100 @@
+#ifndef KTL_FEDREADER13_H
+#define KTL_FEDREADER13_H
+
+#include <ktl/fedReader.h>
+#include <ktl/memory.h>
+
+namespace KORRti {
+
+// Reader of the HLA 1.3 FED text form, one Lisp list:
+//
+//   (FED (Federation x) (FEDversion v)
+//     (spaces (space S (dimension D) ...) ...)
+//     (objects (class ObjectRoot (attribute a reliable timestamp [S]) (class C ...) ...))
+//     (interactions (class InteractionRoot best_effort receive [S] (parameter p) ...)))
+//
+// The text is read with DtcRead and walked, never evaluated. Classes reach the target with
+// their full dotted names, parents before children, in file order. A file rooted in ObjectRoot
+// (InteractionRoot) loads into a target that only takes HLAobjectRoot (HLAinteractionRoot):
+// the root is replaced and the management classes of the file are skipped.
+//
+// Every process... operation answers 0 to go on or 2 to stop; each can be replaced by a
+// subclass, since the walkers call each other through these slots.
+class DtFedReader13 : public DtFedReader {
+ public:
+  DtFedReader13();
+  ~DtFedReader13() override;
+
+  int readFedFilePtr(FILE* file, DtFedTarget* target, DtFilename fileName,
+                     unsigned int strictChecking, bool validate, bool skipSwitches) override;
+
+  virtual int processFed(DtlObjPtr form);
+  virtual int processFederation(DtlObjPtr form);
+  virtual int processVersion(DtlObjPtr form);
+  virtual int processSpaces(DtlObjPtr form);
+  virtual int processSpace(DtlObjPtr form);
+  virtual int processDimension(DtlObjPtr form, const char* spaceName);
+  virtual int processObjects(DtlObjPtr form);
+  virtual int processObjClass(DtlObjPtr form, const char* parentName);
+  virtual int processAttribute(DtlObjPtr form, const char* className);
+  virtual int processInteractions(DtlObjPtr form);
+  virtual int processIntClass(DtlObjPtr form, const char* parentName);
+  virtual int processParameter(DtlObjPtr form, const char* className);
+
+ protected:
+  bool objectRootReplaced;
+  bool interactionRootReplaced;
+};
+
+// The form checks that both readers of the 1.3 text share. Each answers 0 when the form
+// holds and 2 when it doesn't, with the message, if the form has one, in error.
+namespace DtFed13Form {
+
+// The text of a name: a symbol's or a string's; null for anything else.
+const char* atomText(const DtlObjPtr& x);
+// The first element of a list, or a null handle for anything that isn't one.
+DtlObjPtr head(const DtlObjPtr& form);
+// The number of elements of a proper list; -1 for anything else.
+int length(const DtlObjPtr& form);
+// The element at index, or a null handle past the end.
+DtlObjPtr element(const DtlObjPtr& form, int index);
+// The list behind its first count elements.
+DtlObjPtr tail(const DtlObjPtr& form, int count);
+// The form begins with the symbol keyword, compared with case.
+bool beginsWith(const DtlObjPtr& form, const char* keyword);
+// best_effort 0, reliable 1, without regard to case; anything else -1.
+DtTransportType transportOf(const char* text);
+// receive 0, timestamp 1, without regard to case; anything else -1.
+DtOrderType orderOf(const char* text);
+
+// The whole form of the file: a list of six beginning with FED.
+int checkFed(const DtlObjPtr& form, DtString& error);
+int checkFederation(const DtlObjPtr& form, DtString& error);
+int checkVersion(const DtlObjPtr& form, DtString& error);
+int checkSpaces(const DtlObjPtr& form, DtString& error);
+// Sets name.
+int checkSpace(const DtlObjPtr& form, const char*& name, DtString& error);
+int checkDimension(const DtlObjPtr& form, const char*& name, DtString& error);
+// Sets the root class form.
+int checkObjects(const DtlObjPtr& form, DtlObjPtr& classForm, DtString& error);
+int checkObjClass(const DtlObjPtr& form, const char*& name, DtString& error);
+// Sets name, the texts of transport and order as written, their values, and the space, null
+// if there is none. Writes the transport warning.
+int checkAttribute(const DtlObjPtr& form, const char*& name, const char*& transportText,
+                   const char*& orderText, DtTransportType& transport, DtOrderType& order,
+                   const char*& space, DtString& error);
+int checkInteractions(const DtlObjPtr& form, DtlObjPtr& classForm, DtString& error);
+// Sets what checkAttribute sets but the space, and the rest behind the order element.
+int checkIntClass(const DtlObjPtr& form, const char*& name, const char*& transportText,
+                  const char*& orderText, DtTransportType& transport, DtOrderType& order,
+                  DtlObjPtr& rest, DtString& error);
+// The space of an interaction class, if the rest begins with one: sets space and moves rest
+// past it. A number or other atom that has no name fails.
+int takeIntClassSpace(DtlObjPtr& rest, const char* className, const char*& space, DtString& error);
+int checkParameter(const DtlObjPtr& form, const char*& name, DtString& error);
+
+}  // namespace DtFed13Form
+
+}  // namespace KORRti
+
+#endif

@@ -1,0 +1,40 @@
+#ifndef KTL_KTLFEDREADER_H
+#define KTL_KTLFEDREADER_H
+
+#include <ktl/fedReader.h>
+#include <ktl/memory.h>
+
+namespace KORRti {
+
+// The older reader of the HLA 1.3 FED text form: the same walk and the same checks as
+// DtFedReader13, without root replacement or skipping, and without looking at the target's
+// answers. It never tells the target the format, so a read without a target checks a file and
+// delivers nothing. The file's text is not kept after the read.
+class DtKtlFedReader : public DtFedReader {
+ public:
+  DtKtlFedReader();
+  ~DtKtlFedReader() override;
+
+  int readFedFilePtr(FILE* file, DtFedTarget* target, DtFilename fileName,
+                     unsigned int strictChecking, bool validate, bool skipSwitches) override;
+
+  virtual int processFed(DtlObjPtr form);
+  virtual int processFederation(DtlObjPtr form);
+  virtual int processVersion(DtlObjPtr form);
+  virtual int processSpaces(DtlObjPtr form);
+  virtual int processSpace(DtlObjPtr form);
+  virtual int processDimension(DtlObjPtr form, const char* spaceName);
+  virtual int processObjects(DtlObjPtr form);
+  virtual int processObjClass(DtlObjPtr form, const char* parentName);
+  virtual int processAttribute(DtlObjPtr form, const char* className);
+  virtual int processInteractions(DtlObjPtr form);
+  virtual int processIntClass(DtlObjPtr form, const char* parentName);
+  virtual int processParameter(DtlObjPtr form, const char* className);
+
+ protected:
+  DtFedTarget* target;
+};
+
+}  // namespace KORRti
+
+#endif
