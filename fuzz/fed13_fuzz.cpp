@@ -1,0 +1,104 @@
+// Feeds arbitrary bytes to the HLA 1.3 FED readers through a file: both DtFedReader13 and
+// DtKtlFedReader read it into a target that copies every name it is given. A result of 1 or 2
+// is the readers' normal answer to bad text; a crash, a sanitizer report or a leak is a finding.
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include <ktl/fedReader.h>
+#include <ktl/fedReader13.h>
+#include <ktl/ktlFedReader.h>
+#include <util/notify.h>
+
+namespace {
+
+using namespace KORRti;
+
+// Copies every name, so that a pointer the reader passes is read through.
+class CopyingTarget : public DtFedTarget {
+ public:
+  std::vector<std::string> names;
+  bool refuseRoots = false;
+
+  void keep(const char* text) { names.push_back(text ? text : ""); }
+  bool addSpace(const char* name) override {
+    keep(name);
+    return true;
+  }
+  bool addSpaceDimension(const char* space, const char* dimension) override {
+    keep(space);
+    keep(dimension);
+    return true;
+  }
+  bool addObjectClass(const char* name, const char* parent) override {
+    keep(name);
+    keep(parent);
+    return !(refuseRoots && !parent && std::string(name) == "ObjectRoot");
+  }
+  bool addSpaceAttribute(const char* className, const char* name, DtTransportType, DtOrderType,
+                         const char* space) override {
+    keep(className);
+    keep(name);
+    keep(space);
+    return true;
+  }
+  bool addInteractionClass(const char* name, const char* parent, DtTransportType, DtOrderType,
+                           const char* space) override {
+    keep(name);
+    keep(parent);
+    keep(space);
+    return !(refuseRoots && !parent && std::string(name) == "InteractionRoot");
+  }
+  bool addParameter(const char* className, const char* name) override {
+    keep(className);
+    keep(name);
+    return true;
+  }
+};
+
+// One file for the whole run, rewritten for each input.
+const std::string& scratchFile() {
+  static std::string path = [] {
+    char name[] = "/tmp/fed13-fuzz-XXXXXX.fed";
+    int fd = mkstemps(name, 4);
+    if (fd < 0) abort();
+    close(fd);
+    return std::string(name);
+  }();
+  return path;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::string& path = scratchFile();
+  FILE* file = fopen(path.c_str(), "wb");
+  if (!file) abort();
+  if (size && fwrite(data, 1, size, file) != size) abort();
+  fclose(file);
+
+  // The transport warnings would flood the output.
+  int level = DtNotifyLevel;
+  DtNotifyLevel = 0;
+  {
+    DtFedReader13 reader;
+    CopyingTarget target;
+    target.refuseRoots = size % 2 == 1;  // half the inputs go through root replacement
+    int result = reader.readFed(path.c_str(), &target, 0, false, false);
+    if (result < 0 || result > 2) abort();
+    delete[] reader.takeCurrFddData();
+  }
+  {
+    DtKtlFedReader reader;
+    CopyingTarget target;
+    int result = reader.readFed(path.c_str(), &target, 0, false, false);
+    if (result < 0 || result > 2) abort();
+  }
+  DtNotifyLevel = level;
+  return 0;
+}
