@@ -1,0 +1,227 @@
+#include <ktl/envXmlReader.h>
+
+#include <libxml/globals.h>
+#include <libxml/parser.h>
+#include <libxml/xmlerror.h>
+
+#include <ktl/envObject.h>
+#include <util/dtException.h>
+
+#include <string>
+
+namespace KORRti {
+
+namespace {
+
+// NOENT, DTDATTR and DTDVALID: substitute entities, default attributes from the DTD, validate.
+const int validatingOptions = XML_PARSE_NOENT | XML_PARSE_DTDATTR | XML_PARSE_DTDVALID;
+
+// Frees a text reader on every way out of a read, exceptions included.
+struct TextReaderFree {
+  void operator()(xmlTextReaderPtr reader) const { xmlFreeTextReader(reader); }
+};
+using TextReaderHolder = std::unique_ptr<xmlTextReader, TextReaderFree>;
+
+// Keeps libxml2's own error reports off standard error for its lifetime, unless the host has a
+// structured handler of its own. xmlGetLastError() is filled either way.
+class QuietXmlErrors {
+ public:
+  QuietXmlErrors() : installed_(xmlStructuredError == nullptr) {
+    if (installed_) {
+      savedContext_ = xmlStructuredErrorContext;
+      xmlSetStructuredErrorFunc(savedContext_, &ignore);
+    }
+  }
+  ~QuietXmlErrors() {
+    if (installed_) xmlSetStructuredErrorFunc(savedContext_, nullptr);
+  }
+  QuietXmlErrors(const QuietXmlErrors&) = delete;
+  QuietXmlErrors& operator=(const QuietXmlErrors&) = delete;
+
+ private:
+  static void ignore(void*, xmlErrorPtr) {}
+  bool installed_;
+  void* savedContext_ = nullptr;
+};
+
+// Clears the reader's hold on the tree when a read ends, however it ends.
+class ReadScope {
+ public:
+  ReadScope(DtEnvironment*& env, std::weak_ptr<DtEnvValue>& current)
+      : env_(env), current_(current) {}
+  ~ReadScope() {
+    env_ = nullptr;
+    current_.reset();
+  }
+  ReadScope(const ReadScope&) = delete;
+  ReadScope& operator=(const ReadScope&) = delete;
+
+ private:
+  DtEnvironment*& env_;
+  std::weak_ptr<DtEnvValue>& current_;
+};
+
+const char* textOf(const xmlChar* text) {
+  return reinterpret_cast<const char*>(text);
+}
+
+// The message of libxml2's last error, or the empty text when there is none.
+std::string lastErrorMessage() {
+  xmlErrorPtr error = xmlGetLastError();
+  return error && error->message ? error->message : "";
+}
+
+[[noreturn]] void throwReadError(const char* function, unsigned int line) {
+  std::string message = "DtCorruptedState: Error reading: " + lastErrorMessage();
+  throw DtCorruptedState(message.c_str(), function, DtSourceName(__FILE__).c_str(), line, nullptr);
+}
+
+}  // namespace
+
+DtEnvReader::~DtEnvReader() = default;
+
+DtEnvXMLReader::DtEnvXMLReader(bool validate) : validate(validate) {}
+
+DtEnvXMLReader::~DtEnvXMLReader() = default;
+
+int DtEnvXMLReader::options() const {
+  return validate ? validatingOptions : 0;
+}
+
+DtEnvironment DtEnvXMLReader::readFile(const DtString& file, bool& ok) {
+  QuietXmlErrors quiet;
+  // The tree under construction belongs to this call until it is handed out.
+  std::unique_ptr<DtEnvironment> built(new DtEnvironment());
+  ReadScope scope(env, current);
+  env = built.get();
+  current.reset();
+  ok = false;
+
+  xmlResetLastError();
+  TextReaderHolder reader(xmlReaderForFile(file.c_str(), nullptr, options()));
+  if (!reader) {
+    std::string message = std::string("DtInvalidInput: Unable to open:") + file.c_str();
+    throw DtInvalidInput(message.c_str(), __PRETTY_FUNCTION__, DtSourceName(__FILE__).c_str(),
+                         __LINE__, nullptr);
+  }
+  ok = readDoc(reader.get());
+  reader.reset();
+
+  DtEnvValueSP top = built->root();
+  built.reset();
+  return DtEnvironment(top);
+}
+
+void DtEnvXMLReader::useDtdValidation(bool validate) {
+  this->validate = validate;
+}
+
+bool DtEnvXMLReader::readMemory(DtEnvironment& env, const char* bytes, int size) {
+  QuietXmlErrors quiet;
+  ReadScope scope(this->env, current);
+  this->env = &env;
+  current.reset();
+
+  xmlResetLastError();
+  TextReaderHolder reader(xmlReaderForMemory(bytes, size, nullptr, nullptr, options()));
+  if (!reader) {
+    throw DtCorruptedState("DtCorruptedState: Unable to read memory.", __PRETTY_FUNCTION__,
+                           DtSourceName(__FILE__).c_str(), __LINE__, nullptr);
+  }
+  return readDoc(reader.get());
+}
+
+bool DtEnvXMLReader::readDoc(xmlTextReaderPtr reader) {
+  int r = xmlTextReaderRead(reader);
+  if (r == -1) throwReadError(__PRETTY_FUNCTION__, __LINE__);
+  while (r == 1) {
+    processNode(reader);
+    r = xmlTextReaderRead(reader);
+  }
+  if (r == -1) throwReadError(__PRETTY_FUNCTION__, __LINE__);
+
+  if (validate && xmlTextReaderIsValid(reader) != 1) {
+    xmlErrorPtr error = xmlGetLastError();
+    std::string message = "DtCorruptedState: Line " + std::to_string(error ? error->line : 0) +
+                          ":" + lastErrorMessage();
+    throw DtCorruptedState(message.c_str(), __PRETTY_FUNCTION__, DtSourceName(__FILE__).c_str(),
+                           __LINE__, nullptr);
+  }
+  return true;
+}
+
+void DtEnvXMLReader::popRoot() {
+  DtEnvValueSP node = current.lock();
+  current = node ? node->parent() : DtEnvValueSP();
+}
+
+void DtEnvXMLReader::processNode(xmlTextReaderPtr reader) {
+  switch (xmlTextReaderNodeType(reader)) {
+    case XML_READER_TYPE_ELEMENT: {
+      bool empty = xmlTextReaderIsEmptyElement(reader) == 1;
+      processElement(reader);
+      if (empty) popRoot();
+      break;
+    }
+    case XML_READER_TYPE_TEXT: {
+      // Outside every element there is no node to take the text.
+      if (DtEnvValueSP node = current.lock()) {
+        const char* value = textOf(xmlTextReaderConstValue(reader));
+        node->setValue(value ? DtString(value) : DtString::nullString());
+      }
+      break;
+    }
+    case XML_READER_TYPE_COMMENT: {
+      const char* value = textOf(xmlTextReaderConstValue(reader));
+      // Before or after the document element there is no list to hold it, and none is made.
+      if (value && env) env->addComment(value, current.lock());
+      break;
+    }
+    case XML_READER_TYPE_END_ELEMENT:
+      popRoot();
+      break;
+    default:
+      break;
+  }
+}
+
+void DtEnvXMLReader::processElement(xmlTextReaderPtr reader) {
+  if (!env) return;
+  const char* constName = textOf(xmlTextReaderConstName(reader));
+  DtString name(constName ? constName : "--");
+
+  DtEnvValueSP node = current.lock();
+  if (!node) {
+    // The document element names the root object.
+    node = env->root();
+    if (DtEnvObject* object = DtEnvObject::castToObject(node)) {
+      object->setType(name);
+      object->setName(name);
+    } else if (DtEnvNamedList* named = DtEnvNamedList::castToNamedList(node)) {
+      named->setName(name);
+    }
+  } else {
+    // Empty when the node being filled can hold no children; the element's content then goes
+    // nowhere.
+    node = env->addObject(name, name, node);
+  }
+  current = node;
+
+  int count = xmlTextReaderAttributeCount(reader);
+  for (int i = 0; i < count; ++i) {
+    if (xmlTextReaderMoveToAttributeNo(reader, i) == -1) break;
+    const char* attributeName = textOf(xmlTextReaderConstName(reader));
+    const char* attributeValue = textOf(xmlTextReaderConstValue(reader));
+    DtString value(attributeValue ? attributeValue : "");
+    if (attributeName && DtString(attributeName) == "name") {
+      if (DtEnvNamedList* named = DtEnvNamedList::castToNamedList(node)) named->setName(value);
+    } else {
+      DtEnvValueSP attribute =
+          env->addNamedList(attributeName ? attributeName : "--", current.lock());
+      if (attribute) attribute->setValue(value);
+    }
+  }
+  xmlTextReaderMoveToElement(reader);
+}
+
+}  // namespace KORRti

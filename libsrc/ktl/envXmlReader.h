@@ -1,0 +1,73 @@
+#ifndef KTL_ENVXMLREADER_H
+#define KTL_ENVXMLREADER_H
+
+#include <ktl/environment.h>
+#include <util/dtString.h>
+
+#include <libxml/xmlreader.h>
+
+#include <memory>
+
+namespace KORRti {
+
+// A reader of one text form of the configuration tree, so that a caller can take any form.
+class DtEnvReader {
+ public:
+  virtual ~DtEnvReader();
+  // Reads file into a new tree. ok stays false unless the whole file was read.
+  virtual DtEnvironment readFile(const DtString& file, bool& ok) = 0;
+};
+
+// Reads the XML form of the tree through libxml2's text reader. The document element becomes
+// the root object, each further element an object typed by its element name, each attribute
+// other than "name" a named list, each comment a plain value, and the last text run of an
+// element its value. With validation on, the document is checked against its DTD and entities
+// are substituted.
+//
+// Failures throw: DtInvalidInput when a file can't be opened, DtCorruptedState when the bytes
+// can't be read, aren't well formed or (with validation) aren't valid. libxml2's own reports
+// are kept off standard error while a document is read, unless the host installed a structured
+// error handler of its own; the exception carries libxml2's message.
+class DtEnvXMLReader : public DtEnvReader {
+ public:
+  explicit DtEnvXMLReader(bool validate);
+  DtEnvXMLReader(const DtEnvXMLReader&) = delete;
+  DtEnvXMLReader& operator=(const DtEnvXMLReader&) = delete;
+  ~DtEnvXMLReader() override;
+
+  // A new tree read from file; throws DtInvalidInput when the file can't be opened and
+  // DtCorruptedState when its content is wrong, with ok false in both cases.
+  DtEnvironment readFile(const DtString& file, bool& ok) override;
+  // Turns DTD validation (and entity substitution) on or off for later reads.
+  virtual void useDtdValidation(bool validate);
+  // Reads size bytes into env: the document element renames env's root object, which keeps
+  // its earlier children. True when read; throws DtCorruptedState otherwise.
+  virtual bool readMemory(DtEnvironment& env, const char* bytes, int size);
+
+ protected:
+  // Walks the whole document node by node; true when it was read (and, with validation, is
+  // valid). Throws DtCorruptedState otherwise.
+  virtual bool readDoc(xmlTextReaderPtr reader);
+  // The node being filled moves to its parent; nothing happens when there is none.
+  virtual void popRoot();
+  // Dispatches one node of the reader by its type: element, text, comment, end of element.
+  virtual void processNode(xmlTextReaderPtr reader);
+  // Makes the node of an element (or names the root for the document element) and its
+  // attributes; the new node becomes the one being filled.
+  virtual void processElement(xmlTextReaderPtr reader);
+
+  // The tree under construction: a tree of readFile's own, or the caller's handle in
+  // readMemory. Null outside a read.
+  DtEnvironment* env = nullptr;
+  // The node being filled; empty before the document element and after it closed.
+  std::weak_ptr<DtEnvValue> current;
+  bool validate = false;
+
+ private:
+  // libxml2's parser options for the current validation setting.
+  int options() const;
+};
+
+}  // namespace KORRti
+
+#endif
