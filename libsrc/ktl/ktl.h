@@ -9,11 +9,15 @@
 #include <ktl/appEnv.h>
 #include <ktl/atom.h>
 #include <ktl/envInit.h>
+#include <ktl/envKtlReader.h>
+#include <ktl/envKtlWriter.h>
 #include <ktl/envList.h>
 #include <ktl/envNamedList.h>
 #include <ktl/envObject.h>
 #include <ktl/envObjectSync.h>
 #include <ktl/envValue.h>
+#include <ktl/envXmlReader.h>
+#include <ktl/envXmlWriter.h>
 #include <ktl/environment.h>
 #include <ktl/eval.h>
 #include <ktl/float.h>

@@ -1,0 +1,114 @@
+#include <ktl/envKtlReader.h>
+
+#include <ktl/io.h>
+#include <ktl/ktlEnvironment.h>
+#include <ktl/list.h>
+#include <ktl/lstream.h>
+#include <ktl/null.h>
+#include <ktl/read.h>
+
+#include <cstdio>
+
+namespace KORRti {
+
+namespace {
+
+bool isString(const DtlObjPtr& object) {
+  return !object.isNull() && object->tag() == DtlStringTag;
+}
+
+bool isSymbol(const DtlObjPtr& object) {
+  return !object.isNull() && object->tag() == DtlSymbolTag;
+}
+
+struct FileCloser {
+  void operator()(FILE* file) const { std::fclose(file); }
+};
+
+}  // namespace
+
+DtEnvKTLReader::DtEnvKTLReader() = default;
+
+DtEnvKTLReader::~DtEnvKTLReader() {
+  delete env;
+}
+
+DtEnvironment DtEnvKTLReader::readFile(const DtString& file, bool& ok) {
+  ok = false;
+  delete env;
+  env = new DtEnvironment();
+  current.reset();
+  // Whatever happens, the tree under construction is handed out or freed, and env is null.
+  std::unique_ptr<DtEnvironment> tree(env);
+  struct Release {
+    DtEnvironment*& env;
+    ~Release() { env = nullptr; }
+  } release{env};
+
+  std::unique_ptr<FILE, FileCloser> handle(std::fopen(file, "r"));
+  if (!handle) return DtEnvironment(tree->root());
+  {
+    DtlFileInputStream stream(handle.get());
+    DtKtlEnvironment interpreter;
+    DtlObjPtr form = DtcRead(&stream, interpreter.env());
+    processObject(form);
+  }
+  ok = true;
+  return DtEnvironment(tree->root());
+}
+
+void DtEnvKTLReader::processObject(const DtlObjPtr& object) {
+  if (!env) return;
+  const DtlObjPtr head = DtcCar(object);
+  DtlObjPtr rest = DtcCdr(object);
+  DtlObjPtr second;
+  if (!rest.isNull() && rest->tag() == DtlConsTag) second = DtcCar(rest);
+
+  DtEnvValueSP node = current.lock();
+  if (isString(head)) {
+    if (node) node->setValue(head->string());
+    return;
+  }
+  if (!isSymbol(head)) {
+    std::fputs("DtReaderWriter: error in data stream\n", stderr);
+    if (DtcErrPrint(head).isNull()) std::fputs("DtReaderWriter: error DtcErrPrint\n", stderr);
+    return;
+  }
+  if (isString(second)) {
+    if (node) {
+      DtEnvValueSP named = env->addNamedList(head->pname(), node);
+      if (named) named->setValue(second->string());
+    }
+    return;
+  }
+  DtEnvValueSP made;
+  if (isSymbol(second)) {
+    if (!node) {
+      made = env->root();
+      if (DtEnvObject* root = DtEnvObject::castToObject(made)) {
+        root->setName(head->pname());
+        root->setType(second->pname());
+      }
+    } else {
+      made = env->addObject(head->pname(), second->pname(), node);
+    }
+    rest = DtcCdr(rest);
+  } else if (!node) {
+    made = env->root();
+    if (DtEnvObject* root = DtEnvObject::castToObject(made)) {
+      root->setName(head->pname());
+      root->setType(head->pname());
+    }
+  } else {
+    made = env->addObject(head->pname(), head->pname(), node);
+  }
+  current = made;
+  while (!DtcNull(rest)) {
+    processObject(DtcCar(rest));
+    rest = DtcCdr(rest);
+  }
+  DtEnvValueSP filled = current.lock();
+  current = filled ? filled->parent() : DtEnvValueSP();
+}
+
+}  // namespace KORRti
