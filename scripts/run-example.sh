@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the dependencies, builds the library and ktlprint in release mode in build/, and
-# prints what the KTL reader makes of examples/hello.ktl.
+# Installs the dependencies, builds the library and fomdump in release mode in build/, and
+# prints the model that the HLA 1.3 reader delivers from examples/harbour.fed.
 # KTL_BUILD_DIR chooses another build directory.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -14,7 +14,7 @@ if [ ! -f "$build/CMakeCache.txt" ] && command -v ninja >/dev/null 2>&1; then
   generator=(-G Ninja)
 fi
 cmake -S . -B "$build" "${generator[@]}" -DCMAKE_BUILD_TYPE=Release
-cmake --build "$build" --target ktlprint -j "$(nproc)"
+cmake --build "$build" --target fomdump -j "$(nproc)"
 
-echo "== $build/tools/ktlprint examples/hello.ktl"
-"$build/tools/ktlprint" examples/hello.ktl
+echo "== $build/tools/fomdump examples/harbour.fed"
+"$build/tools/fomdump" examples/harbour.fed
