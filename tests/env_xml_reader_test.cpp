@@ -449,6 +449,39 @@ TEST(EnvXmlReaderTest, LaterReadFails) {
             memoryFailure<DtCorruptedState>("<a>"));
 }
 
+TEST(EnvXmlReaderTest, UndecodableBytesFailSilently) {
+  // The converter of the declared encoding rejects the bytes; libxml2 reports that through its
+  // generic handler, which stays quiet during a read.
+  std::string message = memoryFailure<DtCorruptedState>(
+      "<?xml version=\"1.0\" encoding=\"EUC-JP\"?><a>\xff\xff\xff\x80\x80</a>");
+  EXPECT_EQ(
+      "DtCorruptedState: Error reading: input conversion failed due to input error, bytes 0xFF "
+      "0xFF 0xFF 0x80\n",
+      message);
+}
+
+namespace {
+
+std::string* hostGenericText = nullptr;
+
+void hostGeneric(void*, const char* format, ...) {
+  if (hostGenericText && format) *hostGenericText += format;
+}
+
+}  // namespace
+
+TEST(EnvXmlReaderTest, HostGenericHandlerStaysInPlace) {
+  std::string text;
+  hostGenericText = &text;
+  xmlSetGenericErrorFunc(nullptr, &hostGeneric);
+  std::string message = memoryFailure<DtCorruptedState>(
+      "<?xml version=\"1.0\" encoding=\"EUC-JP\"?><a>\xff\xff\xff\x80\x80</a>");
+  xmlSetGenericErrorFunc(nullptr, nullptr);
+  hostGenericText = nullptr;
+  EXPECT_EQ(0u, message.find("DtCorruptedState: Error reading: ")) << message;
+  EXPECT_NE(std::string::npos, text.find("encoder error")) << text;
+}
+
 TEST(EnvXmlReaderTest, ReadMemoryCannotOpen) {
   DtEnvironment env;
   DtEnvXMLReader reader(false);

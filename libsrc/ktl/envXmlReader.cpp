@@ -22,26 +22,33 @@ struct TextReaderFree {
 };
 using TextReaderHolder = std::unique_ptr<xmlTextReader, TextReaderFree>;
 
-// Keeps libxml2's own error reports off standard error for its lifetime, unless the host has a
-// structured handler of its own. xmlGetLastError() is filled either way.
+// Keeps libxml2's own error reports off standard error for its lifetime. A structured or generic
+// handler that the host installed stays in place. xmlGetLastError() is filled either way.
 class QuietXmlErrors {
  public:
-  QuietXmlErrors() : installed_(xmlStructuredError == nullptr) {
-    if (installed_) {
-      savedContext_ = xmlStructuredErrorContext;
-      xmlSetStructuredErrorFunc(savedContext_, &ignore);
-    }
+  QuietXmlErrors() : structured_(xmlStructuredError == nullptr) {
+    if (structured_) xmlSetStructuredErrorFunc(xmlStructuredErrorContext, &ignoreStructured);
+    // A few reports (a failed conversion from the declared encoding) bypass the structured
+    // handler and go straight to the generic one. Setting null installs libxml2's default,
+    // which tells whether the handler in place was the default.
+    xmlGenericErrorFunc saved = xmlGenericError;
+    void* context = xmlGenericErrorContext;
+    xmlSetGenericErrorFunc(context, nullptr);
+    generic_ = xmlGenericError == saved;
+    xmlSetGenericErrorFunc(context, generic_ ? &ignoreGeneric : saved);
   }
   ~QuietXmlErrors() {
-    if (installed_) xmlSetStructuredErrorFunc(savedContext_, nullptr);
+    if (generic_) xmlSetGenericErrorFunc(xmlGenericErrorContext, nullptr);
+    if (structured_) xmlSetStructuredErrorFunc(xmlStructuredErrorContext, nullptr);
   }
   QuietXmlErrors(const QuietXmlErrors&) = delete;
   QuietXmlErrors& operator=(const QuietXmlErrors&) = delete;
 
  private:
-  static void ignore(void*, xmlErrorPtr) {}
-  bool installed_;
-  void* savedContext_ = nullptr;
+  static void ignoreStructured(void*, xmlErrorPtr) {}
+  static void ignoreGeneric(void*, const char*, ...) {}
+  bool structured_;
+  bool generic_ = false;
 };
 
 // Clears the reader's hold on the tree when a read ends, however it ends.

@@ -26,8 +26,8 @@ class DtEnvReader {
 //
 // Failures throw: DtInvalidInput when a file can't be opened, DtCorruptedState when the bytes
 // can't be read, aren't well formed or (with validation) aren't valid. libxml2's own reports
-// are kept off standard error while a document is read, unless the host installed a structured
-// error handler of its own; the exception carries libxml2's message.
+// are kept off standard error while a document is read (a structured or generic error handler
+// that the host installed still gets them); the exception carries libxml2's message.
 class DtEnvXMLReader : public DtEnvReader {
  public:
   explicit DtEnvXMLReader(bool validate);

@@ -29,7 +29,8 @@ class DtEnvWriter {
 // parent can't be written any more and is left out without a report.
 //
 // Failures give false and one line on standard error; libxml2's own reports are kept off
-// standard error during a write, unless the host installed a structured error handler.
+// standard error during a write (a structured or generic error handler that the host installed
+// still gets them).
 class DtEnvXMLWriter : public DtEnvWriter {
  public:
   // Writes no document type declaration.
