@@ -666,6 +666,33 @@ TEST(FedReader13, NumberWhereASpaceNameStandsFails) {
   EXPECT_EQ(outcome.error, "Invalid space for Attribute: a");
 }
 
+// A chain of nested classes of this depth under ObjectRoot.
+std::string nested(int depth) {
+  std::string objects = "(class ObjectRoot ";
+  for (int i = 0; i < depth; ++i) objects += "(class C" + std::to_string(i) + " ";
+  objects += std::string(depth, ')') + ")";
+  return fed("", objects, theInteractions);
+}
+
+TEST(FedReader13, DeeplyNestedClassesRead) {
+  DtFedReader13 reader;
+  FedRecorder target;
+  ReadOutcome outcome = readText(reader, nested(900), &target);
+  EXPECT_EQ(outcome.result, 0);
+  ASSERT_EQ(target.callsOf("addObjectClass").size(), 901u);
+  std::string last = target.callsOf("addObjectClass").back();
+  EXPECT_EQ(last.find("addObjectClass(ObjectRoot.C0.C1.C2."), 0u);
+}
+
+TEST(FedReader13, NestingBeyondTheLispReaderFailsCleanly) {
+  DtFedReader13 reader;
+  FedRecorder target;
+  ReadOutcome outcome = readText(reader, nested(5000), &target);
+  EXPECT_EQ(outcome.result, 2);
+  EXPECT_EQ(outcome.error, "Unexpected problem reading fed file");
+  EXPECT_EQ(target.calls, (std::vector<std::string>{"setFomType(1)"}));
+}
+
 // A subclass that replaces one form: the walkers reach it through the slot.
 class CountingReader : public DtFedReader13 {
  public:

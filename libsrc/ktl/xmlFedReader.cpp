@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include <libxml/parser.h>
+#include <libxml/tree.h>
 #include <libxml/xmlstring.h>
 
 namespace KORRti {

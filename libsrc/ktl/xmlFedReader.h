@@ -4,10 +4,14 @@
 #include <memory>
 #include <set>
 
-#include <libxml/tree.h>
-
 #include <ktl/fedReader.h>
 #include <util/dtString.h>
+
+// libxml2's node and character types, declared as libxml2 declares them, so that a host
+// includes this header without libxml2's include path.
+struct _xmlNode;
+typedef struct _xmlNode xmlNode;
+typedef unsigned char xmlChar;
 
 namespace KORRti {
 
