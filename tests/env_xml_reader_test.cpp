@@ -5,6 +5,7 @@
 #include <ktl/envXmlReader.h>
 #include <ktl/environment.h>
 #include <libxml/xmlerror.h>
+#include <libxml/xmlreader.h>
 #include <support/capture.h>
 #include <support/env_xml_files.h>
 #include <util/dtException.h>

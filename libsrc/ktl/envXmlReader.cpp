@@ -3,6 +3,7 @@
 #include <libxml/globals.h>
 #include <libxml/parser.h>
 #include <libxml/xmlerror.h>
+#include <libxml/xmlreader.h>
 
 #include <ktl/envObject.h>
 #include <util/dtException.h>

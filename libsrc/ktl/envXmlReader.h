@@ -4,9 +4,12 @@
 #include <ktl/environment.h>
 #include <util/dtString.h>
 
-#include <libxml/xmlreader.h>
-
 #include <memory>
+
+// libxml2's text reader, as <libxml/xmlreader.h> declares it; a host needs libxml2's headers
+// only to override the reading steps.
+typedef struct _xmlTextReader xmlTextReader;
+typedef xmlTextReader* xmlTextReaderPtr;
 
 namespace KORRti {
 

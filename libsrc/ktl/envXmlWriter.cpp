@@ -1,8 +1,10 @@
 #include <ktl/envXmlWriter.h>
 
 #include <libxml/globals.h>
+#include <libxml/tree.h>
 #include <libxml/xmlerror.h>
 #include <libxml/xmlsave.h>
+#include <libxml/xmlwriter.h>
 
 #include <ktl/envList.h>
 #include <ktl/envNamedList.h>

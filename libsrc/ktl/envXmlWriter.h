@@ -4,10 +4,14 @@
 #include <ktl/environment.h>
 #include <util/dtString.h>
 
-#include <libxml/tree.h>
-#include <libxml/xmlwriter.h>
-
 #include <memory>
+
+// libxml2's text writer and memory buffer, as <libxml/xmlwriter.h> and <libxml/tree.h> declare
+// them; a host needs libxml2's headers only to override the writing steps.
+typedef struct _xmlTextWriter xmlTextWriter;
+typedef xmlTextWriter* xmlTextWriterPtr;
+typedef struct _xmlBuffer xmlBuffer;
+typedef xmlBuffer* xmlBufferPtr;
 
 namespace KORRti {
 
