@@ -20,10 +20,13 @@
 #include <ktl/envXmlWriter.h>
 #include <ktl/environment.h>
 #include <ktl/eval.h>
+#include <ktl/fedReader.h>
+#include <ktl/fedReader13.h>
 #include <ktl/float.h>
 #include <ktl/integer.h>
 #include <ktl/io.h>
 #include <ktl/ktlEnvironment.h>
+#include <ktl/ktlFedReader.h>
 #include <ktl/lenv.h>
 #include <ktl/list.h>
 #include <ktl/locative.h>
@@ -36,5 +39,6 @@
 #include <ktl/read.h>
 #include <ktl/register.h>
 #include <ktl/subrs.h>
+#include <ktl/xmlFedReader.h>
 
 #endif
