@@ -222,6 +222,51 @@ int checkParameter(const DtlObjPtr& form, const char*& name, DtString& error) {
   return 0;
 }
 
+int deliverSpace(const DtlObjPtr& form, const char*& name, DtFedTarget* target, DtString& error) {
+  int result = checkSpace(form, name, error);
+  if (result != 0) return result;
+  DtVerbose("Space: %s\n", name);
+  if (target) target->addSpace(name);
+  return 0;
+}
+
+int deliverDimension(const DtlObjPtr& form, const char* spaceName, DtFedTarget* target,
+                     DtString& error) {
+  const char* name = nullptr;
+  int result = checkDimension(form, name, error);
+  if (result != 0) return result;
+  DtVerbose("Dimension: %s\n", name);
+  if (target) target->addSpaceDimension(spaceName, name);
+  return 0;
+}
+
+int deliverAttribute(const DtlObjPtr& form, const char* className, DtFedTarget* target,
+                     DtString& error) {
+  const char *name = nullptr, *transportText = nullptr, *orderText = nullptr, *space = nullptr;
+  DtTransportType transport = DtTransportInvalid;
+  DtOrderType order = DtOrderInvalid;
+  int result = checkAttribute(form, name, transportText, orderText, transport, order, space, error);
+  if (result != 0) return result;
+  if (space) {
+    DtVerbose("Attribute: %s, transport: %s, order: %s, space: %s\n", name, transportText,
+              orderText, space);
+  } else {
+    DtVerbose("Attribute: %s, transport: %s, order: %s\n", name, transportText, orderText);
+  }
+  if (target) target->addSpaceAttribute(className, name, transport, order, space);
+  return 0;
+}
+
+int deliverParameter(const DtlObjPtr& form, const char* className, DtFedTarget* target,
+                     DtString& error) {
+  const char* name = nullptr;
+  int result = checkParameter(form, name, error);
+  if (result != 0) return result;
+  DtVerbose("Parameter: %s\n", name);
+  if (target) target->addParameter(className, name);
+  return 0;
+}
+
 }  // namespace DtFed13Form
 
 using namespace DtFed13Form;
@@ -298,13 +343,7 @@ int DtFedReader13::readFedFilePtr(FILE* file, DtFedTarget* target, DtFilename,
 }
 
 int DtFedReader13::processFed(DtlObjPtr form) {
-  int result = checkFed(form, lastErrorText);
-  if (result == 0) result = processFederation(element(form, 1));
-  if (result == 0) result = processVersion(element(form, 2));
-  if (result == 0) result = processSpaces(element(form, 3));
-  if (result == 0) result = processObjects(element(form, 4));
-  if (result == 0) result = processInteractions(element(form, 5));
-  return result;
+  return walkFed(*this, form, lastErrorText);
 }
 
 int DtFedReader13::processFederation(DtlObjPtr form) {
@@ -316,39 +355,19 @@ int DtFedReader13::processVersion(DtlObjPtr form) {
 }
 
 int DtFedReader13::processSpaces(DtlObjPtr form) {
-  int result = checkSpaces(form, lastErrorText);
-  for (DtlObjPtr rest = tail(form, 1); result == 0 && DtcListp(rest); rest = rest->cdr()) {
-    result = processSpace(rest->car());
-  }
-  return result;
+  return walkSpaces(*this, form, lastErrorText);
 }
 
 int DtFedReader13::processSpace(DtlObjPtr form) {
-  const char* name = nullptr;
-  int result = checkSpace(form, name, lastErrorText);
-  if (result != 0) return result;
-  DtVerbose("Space: %s\n", name);
-  if (target) target->addSpace(name);
-  for (DtlObjPtr rest = tail(form, 2); result == 0 && DtcListp(rest); rest = rest->cdr()) {
-    result = processDimension(rest->car(), name);
-  }
-  return result;
+  return walkSpace(*this, form, target, lastErrorText);
 }
 
 int DtFedReader13::processDimension(DtlObjPtr form, const char* spaceName) {
-  const char* name = nullptr;
-  int result = checkDimension(form, name, lastErrorText);
-  if (result != 0) return result;
-  DtVerbose("Dimension: %s\n", name);
-  if (target) target->addSpaceDimension(spaceName, name);
-  return 0;
+  return deliverDimension(form, spaceName, target, lastErrorText);
 }
 
 int DtFedReader13::processObjects(DtlObjPtr form) {
-  DtlObjPtr classForm;
-  int result = checkObjects(form, classForm, lastErrorText);
-  if (result != 0) return result;
-  return processObjClass(classForm, nullptr);
+  return walkObjects(*this, form, lastErrorText);
 }
 
 int DtFedReader13::processObjClass(DtlObjPtr form, const char* parentName) {
@@ -399,27 +418,11 @@ int DtFedReader13::processObjClass(DtlObjPtr form, const char* parentName) {
 }
 
 int DtFedReader13::processAttribute(DtlObjPtr form, const char* className) {
-  const char *name = nullptr, *transportText = nullptr, *orderText = nullptr, *space = nullptr;
-  DtTransportType transport = DtTransportInvalid;
-  DtOrderType order = DtOrderInvalid;
-  int result =
-      checkAttribute(form, name, transportText, orderText, transport, order, space, lastErrorText);
-  if (result != 0) return result;
-  if (space) {
-    DtVerbose("Attribute: %s, transport: %s, order: %s, space: %s\n", name, transportText,
-              orderText, space);
-  } else {
-    DtVerbose("Attribute: %s, transport: %s, order: %s\n", name, transportText, orderText);
-  }
-  if (target) target->addSpaceAttribute(className, name, transport, order, space);
-  return 0;
+  return deliverAttribute(form, className, target, lastErrorText);
 }
 
 int DtFedReader13::processInteractions(DtlObjPtr form) {
-  DtlObjPtr classForm;
-  int result = checkInteractions(form, classForm, lastErrorText);
-  if (result != 0) return result;
-  return processIntClass(classForm, nullptr);
+  return walkInteractions(*this, form, lastErrorText);
 }
 
 int DtFedReader13::processIntClass(DtlObjPtr form, const char* parentName) {
@@ -498,12 +501,7 @@ int DtFedReader13::processIntClass(DtlObjPtr form, const char* parentName) {
 }
 
 int DtFedReader13::processParameter(DtlObjPtr form, const char* className) {
-  const char* name = nullptr;
-  int result = checkParameter(form, name, lastErrorText);
-  if (result != 0) return result;
-  DtVerbose("Parameter: %s\n", name);
-  if (target) target->addParameter(className, name);
-  return 0;
+  return deliverParameter(form, className, target, lastErrorText);
 }
 
 }  // namespace KORRti

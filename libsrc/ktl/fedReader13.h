@@ -3,6 +3,7 @@
 
 #include <ktl/fedReader.h>
 #include <ktl/memory.h>
+#include <ktl/null.h>
 
 namespace KORRti {
 
@@ -92,6 +93,66 @@ int checkIntClass(const DtlObjPtr& form, const char*& name, const char*& transpo
 // past it. A number or other atom that has no name fails.
 int takeIntClassSpace(DtlObjPtr& rest, const char* className, const char*& space, DtString& error);
 int checkParameter(const DtlObjPtr& form, const char*& name, DtString& error);
+
+// The steps both readers take alike. The walkers call the reader's own process... slots, so a
+// subclass that replaces one form is called from either reader; the leaves check a form, write
+// its verbose line and tell the target, if there is one.
+int deliverDimension(const DtlObjPtr& form, const char* spaceName, DtFedTarget* target,
+                     DtString& error);
+int deliverAttribute(const DtlObjPtr& form, const char* className, DtFedTarget* target,
+                     DtString& error);
+int deliverParameter(const DtlObjPtr& form, const char* className, DtFedTarget* target,
+                     DtString& error);
+// Checks the space form and tells the target its name; sets name for the dimensions.
+int deliverSpace(const DtlObjPtr& form, const char*& name, DtFedTarget* target, DtString& error);
+
+// The whole file: federation, version, spaces, objects and interactions in file order,
+// stopping at the first failure.
+template <class Reader>
+int walkFed(Reader& reader, const DtlObjPtr& form, DtString& error) {
+  int result = checkFed(form, error);
+  if (result == 0) result = reader.processFederation(element(form, 1));
+  if (result == 0) result = reader.processVersion(element(form, 2));
+  if (result == 0) result = reader.processSpaces(element(form, 3));
+  if (result == 0) result = reader.processObjects(element(form, 4));
+  if (result == 0) result = reader.processInteractions(element(form, 5));
+  return result;
+}
+
+template <class Reader>
+int walkSpaces(Reader& reader, const DtlObjPtr& form, DtString& error) {
+  int result = checkSpaces(form, error);
+  for (DtlObjPtr rest = tail(form, 1); result == 0 && DtcListp(rest); rest = rest->cdr()) {
+    result = reader.processSpace(rest->car());
+  }
+  return result;
+}
+
+template <class Reader>
+int walkSpace(Reader& reader, const DtlObjPtr& form, DtFedTarget* target, DtString& error) {
+  const char* name = nullptr;
+  int result = deliverSpace(form, name, target, error);
+  for (DtlObjPtr rest = tail(form, 2); result == 0 && DtcListp(rest); rest = rest->cdr()) {
+    result = reader.processDimension(rest->car(), name);
+  }
+  return result;
+}
+
+template <class Reader>
+int walkObjects(Reader& reader, const DtlObjPtr& form, DtString& error) {
+  DtlObjPtr classForm;
+  int result = checkObjects(form, classForm, error);
+  if (result != 0) return result;
+  return reader.processObjClass(classForm, nullptr);
+}
+
+template <class Reader>
+int walkInteractions(Reader& reader, const DtlObjPtr& form, DtString& error) {
+  DtlObjPtr classForm;
+  int result = checkInteractions(form, classForm, error);
+  if (result != 0) return result;
+  return reader.processIntClass(classForm, nullptr);
+}
 
 }  // namespace DtFed13Form
 

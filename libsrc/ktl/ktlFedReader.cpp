@@ -59,13 +59,7 @@ int DtKtlFedReader::readFedFilePtr(FILE* file, DtFedTarget* target, DtFilename,
 }
 
 int DtKtlFedReader::processFed(DtlObjPtr form) {
-  int result = checkFed(form, lastErrorText);
-  if (result == 0) result = processFederation(element(form, 1));
-  if (result == 0) result = processVersion(element(form, 2));
-  if (result == 0) result = processSpaces(element(form, 3));
-  if (result == 0) result = processObjects(element(form, 4));
-  if (result == 0) result = processInteractions(element(form, 5));
-  return result;
+  return walkFed(*this, form, lastErrorText);
 }
 
 int DtKtlFedReader::processFederation(DtlObjPtr form) {
@@ -77,39 +71,19 @@ int DtKtlFedReader::processVersion(DtlObjPtr form) {
 }
 
 int DtKtlFedReader::processSpaces(DtlObjPtr form) {
-  int result = checkSpaces(form, lastErrorText);
-  for (DtlObjPtr rest = tail(form, 1); result == 0 && DtcListp(rest); rest = rest->cdr()) {
-    result = processSpace(rest->car());
-  }
-  return result;
+  return walkSpaces(*this, form, lastErrorText);
 }
 
 int DtKtlFedReader::processSpace(DtlObjPtr form) {
-  const char* name = nullptr;
-  int result = checkSpace(form, name, lastErrorText);
-  if (result != 0) return result;
-  DtVerbose("Space: %s\n", name);
-  if (target) target->addSpace(name);
-  for (DtlObjPtr rest = tail(form, 2); result == 0 && DtcListp(rest); rest = rest->cdr()) {
-    result = processDimension(rest->car(), name);
-  }
-  return result;
+  return walkSpace(*this, form, target, lastErrorText);
 }
 
 int DtKtlFedReader::processDimension(DtlObjPtr form, const char* spaceName) {
-  const char* name = nullptr;
-  int result = checkDimension(form, name, lastErrorText);
-  if (result != 0) return result;
-  DtVerbose("Dimension: %s\n", name);
-  if (target) target->addSpaceDimension(spaceName, name);
-  return 0;
+  return deliverDimension(form, spaceName, target, lastErrorText);
 }
 
 int DtKtlFedReader::processObjects(DtlObjPtr form) {
-  DtlObjPtr classForm;
-  int result = checkObjects(form, classForm, lastErrorText);
-  if (result != 0) return result;
-  return processObjClass(classForm, nullptr);
+  return walkObjects(*this, form, lastErrorText);
 }
 
 int DtKtlFedReader::processObjClass(DtlObjPtr form, const char* parentName) {
@@ -141,27 +115,11 @@ int DtKtlFedReader::processObjClass(DtlObjPtr form, const char* parentName) {
 }
 
 int DtKtlFedReader::processAttribute(DtlObjPtr form, const char* className) {
-  const char *name = nullptr, *transportText = nullptr, *orderText = nullptr, *space = nullptr;
-  DtTransportType transport = DtTransportInvalid;
-  DtOrderType order = DtOrderInvalid;
-  int result =
-      checkAttribute(form, name, transportText, orderText, transport, order, space, lastErrorText);
-  if (result != 0) return result;
-  if (space) {
-    DtVerbose("Attribute: %s, transport: %s, order: %s, space: %s\n", name, transportText,
-              orderText, space);
-  } else {
-    DtVerbose("Attribute: %s, transport: %s, order: %s\n", name, transportText, orderText);
-  }
-  if (target) target->addSpaceAttribute(className, name, transport, order, space);
-  return 0;
+  return deliverAttribute(form, className, target, lastErrorText);
 }
 
 int DtKtlFedReader::processInteractions(DtlObjPtr form) {
-  DtlObjPtr classForm;
-  int result = checkInteractions(form, classForm, lastErrorText);
-  if (result != 0) return result;
-  return processIntClass(classForm, nullptr);
+  return walkInteractions(*this, form, lastErrorText);
 }
 
 int DtKtlFedReader::processIntClass(DtlObjPtr form, const char* parentName) {
@@ -205,12 +163,7 @@ int DtKtlFedReader::processIntClass(DtlObjPtr form, const char* parentName) {
 }
 
 int DtKtlFedReader::processParameter(DtlObjPtr form, const char* className) {
-  const char* name = nullptr;
-  int result = checkParameter(form, name, lastErrorText);
-  if (result != 0) return result;
-  DtVerbose("Parameter: %s\n", name);
-  if (target) target->addParameter(className, name);
-  return 0;
+  return deliverParameter(form, className, target, lastErrorText);
 }
 
 }  // namespace KORRti
