@@ -23,35 +23,6 @@ struct TextReaderFree {
 };
 using TextReaderHolder = std::unique_ptr<xmlTextReader, TextReaderFree>;
 
-// Keeps libxml2's own error reports off standard error for its lifetime. A structured or generic
-// handler that the host installed stays in place. xmlGetLastError() is filled either way.
-class QuietXmlErrors {
- public:
-  QuietXmlErrors() : structured_(xmlStructuredError == nullptr) {
-    if (structured_) xmlSetStructuredErrorFunc(xmlStructuredErrorContext, &ignoreStructured);
-    // A few reports (a failed conversion from the declared encoding) bypass the structured
-    // handler and go straight to the generic one. Setting null installs libxml2's default,
-    // which tells whether the handler in place was the default.
-    xmlGenericErrorFunc saved = xmlGenericError;
-    void* context = xmlGenericErrorContext;
-    xmlSetGenericErrorFunc(context, nullptr);
-    generic_ = xmlGenericError == saved;
-    xmlSetGenericErrorFunc(context, generic_ ? &ignoreGeneric : saved);
-  }
-  ~QuietXmlErrors() {
-    if (generic_) xmlSetGenericErrorFunc(xmlGenericErrorContext, nullptr);
-    if (structured_) xmlSetStructuredErrorFunc(xmlStructuredErrorContext, nullptr);
-  }
-  QuietXmlErrors(const QuietXmlErrors&) = delete;
-  QuietXmlErrors& operator=(const QuietXmlErrors&) = delete;
-
- private:
-  static void ignoreStructured(void*, xmlErrorPtr) {}
-  static void ignoreGeneric(void*, const char*, ...) {}
-  bool structured_;
-  bool generic_ = false;
-};
-
 // Clears the reader's hold on the tree when a read ends, however it ends.
 class ReadScope {
  public:
@@ -84,7 +55,27 @@ std::string lastErrorMessage() {
   throw DtCorruptedState(message.c_str(), function, DtSourceName(__FILE__).c_str(), line, nullptr);
 }
 
+void ignoreStructured(void*, xmlErrorPtr) {}
+void ignoreGeneric(void*, const char*, ...) {}
+
 }  // namespace
+
+DtQuietXmlErrors::DtQuietXmlErrors() : structured_(xmlStructuredError == nullptr) {
+  if (structured_) xmlSetStructuredErrorFunc(xmlStructuredErrorContext, &ignoreStructured);
+  // A few reports (a failed conversion from the declared encoding) bypass the structured
+  // handler and go straight to the generic one. Setting null installs libxml2's default,
+  // which tells whether the handler in place was the default.
+  xmlGenericErrorFunc saved = xmlGenericError;
+  void* context = xmlGenericErrorContext;
+  xmlSetGenericErrorFunc(context, nullptr);
+  generic_ = xmlGenericError == saved;
+  xmlSetGenericErrorFunc(context, generic_ ? &ignoreGeneric : saved);
+}
+
+DtQuietXmlErrors::~DtQuietXmlErrors() {
+  if (generic_) xmlSetGenericErrorFunc(xmlGenericErrorContext, nullptr);
+  if (structured_) xmlSetStructuredErrorFunc(xmlStructuredErrorContext, nullptr);
+}
 
 DtEnvReader::~DtEnvReader() = default;
 
@@ -97,7 +88,7 @@ int DtEnvXMLReader::options() const {
 }
 
 DtEnvironment DtEnvXMLReader::readFile(const DtString& file, bool& ok) {
-  QuietXmlErrors quiet;
+  DtQuietXmlErrors quiet;
   // The tree under construction belongs to this call until it is handed out.
   std::unique_ptr<DtEnvironment> built(new DtEnvironment());
   ReadScope scope(env, current);
@@ -125,7 +116,7 @@ void DtEnvXMLReader::useDtdValidation(bool validate) {
 }
 
 bool DtEnvXMLReader::readMemory(DtEnvironment& env, const char* bytes, int size) {
-  QuietXmlErrors quiet;
+  DtQuietXmlErrors quiet;
   ReadScope scope(this->env, current);
   this->env = &env;
   current.reset();

@@ -13,6 +13,21 @@ typedef xmlTextReader* xmlTextReaderPtr;
 
 namespace KORRti {
 
+// Keeps libxml2's own error reports off standard error for its lifetime, so that a read or a
+// write reports its failures itself; xmlGetLastError() is filled all the same. A structured or
+// generic handler that the host installed stays in place.
+class DtQuietXmlErrors {
+ public:
+  DtQuietXmlErrors();
+  ~DtQuietXmlErrors();
+  DtQuietXmlErrors(const DtQuietXmlErrors&) = delete;
+  DtQuietXmlErrors& operator=(const DtQuietXmlErrors&) = delete;
+
+ private:
+  bool structured_;
+  bool generic_ = false;
+};
+
 // A reader of one text form of the configuration tree, so that a caller can take any form.
 class DtEnvReader {
  public:

@@ -9,42 +9,13 @@
 #include <ktl/envList.h>
 #include <ktl/envNamedList.h>
 #include <ktl/envObject.h>
+#include <ktl/envXmlReader.h>
 
 #include <cstdio>
 
 namespace KORRti {
 
 namespace {
-
-// Keeps libxml2's own error reports off standard error for its lifetime: the writer reports its
-// failures itself, one line each. A structured or generic handler that the host installed stays
-// in place.
-class QuietXmlErrors {
- public:
-  QuietXmlErrors() : structured_(xmlStructuredError == nullptr) {
-    if (structured_) xmlSetStructuredErrorFunc(xmlStructuredErrorContext, &ignoreStructured);
-    // A few reports (a failed conversion from the declared encoding) bypass the structured
-    // handler and go straight to the generic one. Setting null installs libxml2's default,
-    // which tells whether the handler in place was the default.
-    xmlGenericErrorFunc saved = xmlGenericError;
-    void* context = xmlGenericErrorContext;
-    xmlSetGenericErrorFunc(context, nullptr);
-    generic_ = xmlGenericError == saved;
-    xmlSetGenericErrorFunc(context, generic_ ? &ignoreGeneric : saved);
-  }
-  ~QuietXmlErrors() {
-    if (generic_) xmlSetGenericErrorFunc(xmlGenericErrorContext, nullptr);
-    if (structured_) xmlSetStructuredErrorFunc(xmlStructuredErrorContext, nullptr);
-  }
-  QuietXmlErrors(const QuietXmlErrors&) = delete;
-  QuietXmlErrors& operator=(const QuietXmlErrors&) = delete;
-
- private:
-  static void ignoreStructured(void*, xmlErrorPtr) {}
-  static void ignoreGeneric(void*, const char*, ...) {}
-  bool structured_;
-  bool generic_ = false;
-};
 
 // Clears the writer's hold on the tree when a write ends.
 class WriteScope {
@@ -90,7 +61,7 @@ void DtEnvXMLWriter::setIndentation(const DtString& text) {
 }
 
 bool DtEnvXMLWriter::writeFile(DtEnvironment& env, const DtString& file) {
-  QuietXmlErrors quiet;
+  DtQuietXmlErrors quiet;
   WriteScope scope(this->env, root);
   this->env = &env;
   root = env.root();
@@ -132,7 +103,7 @@ bool DtEnvXMLWriter::writeFile(DtEnvironment& env, const DtString& file) {
 }
 
 bool DtEnvXMLWriter::writeString(DtEnvironment& env, DtString& out) {
-  QuietXmlErrors quiet;
+  DtQuietXmlErrors quiet;
   WriteScope scope(this->env, root);
   this->env = &env;
   root = env.root();
