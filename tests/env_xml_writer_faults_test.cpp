@@ -7,6 +7,7 @@
 #include <libxml/xmlmemory.h>
 #include <support/capture.h>
 #include <support/env_xml_files.h>
+#include <support/failing_xml_memory.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -15,82 +16,12 @@
 #include <string>
 
 using namespace KORRti;
+using ktltest::allocationFailed;
 using ktltest::captureOutput;
+using ktltest::FailingXmlMemory;
 using ktltest::TempDir;
 
-#if defined(__SANITIZE_ADDRESS__)
-#define KTL_HAS_LSAN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define KTL_HAS_LSAN 1
-#endif
-#endif
-
-#ifdef KTL_HAS_LSAN
-#include <sanitizer/lsan_interface.h>
-#define KTL_LEAK_CHECK_PAUSE __lsan::ScopedDisabler leakCheckPause
-#else
-#define KTL_LEAK_CHECK_PAUSE \
-  do {                       \
-  } while (0)
-#endif
-
 namespace {
-
-// Allocations left before the one that fails; negative: none fails.
-long allocationsLeft = -1;
-// Whether the allocations after the failed one fail too.
-bool keepFailing = false;
-bool allocationFailed = false;
-
-bool failNow() {
-  if (allocationsLeft < 0) return false;
-  if (allocationsLeft == 0) {
-    allocationFailed = true;
-    if (!keepFailing) allocationsLeft = -1;
-    return true;
-  }
-  --allocationsLeft;
-  return false;
-}
-
-void* failingMalloc(size_t size) {
-  return failNow() ? nullptr : std::malloc(size);
-}
-void* failingRealloc(void* pointer, size_t size) {
-  return failNow() ? nullptr : std::realloc(pointer, size);
-}
-char* failingStrdup(const char* text) {
-  return failNow() ? nullptr : strdup(text);
-}
-void plainFree(void* pointer) {
-  std::free(pointer);
-}
-
-// Routes libxml2's allocations through the failing functions while it lives; the one after
-// `allowed` successful ones fails, and those after it succeed again unless `persistent`.
-class FailingXmlMemory {
- public:
-  FailingXmlMemory(long allowed, bool persistent) {
-    xmlMemGet(&free_, &malloc_, &realloc_, &strdup_);
-    allocationFailed = false;
-    allocationsLeft = allowed;
-    keepFailing = persistent;
-    xmlMemSetup(plainFree, failingMalloc, failingRealloc, failingStrdup);
-  }
-  ~FailingXmlMemory() {
-    allocationsLeft = -1;
-    xmlMemSetup(free_, malloc_, realloc_, strdup_);
-  }
-  FailingXmlMemory(const FailingXmlMemory&) = delete;
-  FailingXmlMemory& operator=(const FailingXmlMemory&) = delete;
-
- private:
-  xmlFreeFunc free_ = nullptr;
-  xmlMallocFunc malloc_ = nullptr;
-  xmlReallocFunc realloc_ = nullptr;
-  xmlStrdupFunc strdup_ = nullptr;
-};
 
 // A tree with every kind of node the writer handles; with many wheels its text outgrows the
 // 4000 bytes that libxml2's output buffer takes before it passes them on.
