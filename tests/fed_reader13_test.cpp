@@ -3,6 +3,10 @@
 // and the verbose lines.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -447,6 +451,25 @@ TEST(FedReader13, NoFileGiven) {
   int result = reader.readFedFilePtr(nullptr, &target, DtFilename("x.fed"), 0, false, false);
   EXPECT_EQ(result, 1);
   EXPECT_EQ(std::string(reader.lastError().c_str()), "No Fed File Given");
+  EXPECT_EQ(target.calls, (std::vector<std::string>{"setFomType(1)"}));
+}
+
+TEST(FedReader13, UnreadableOpenFileFindsNoFedWithoutAWarning) {
+  // A directory opens, and reading it gets nothing: an empty text with no form in it.
+  char name[] = "/tmp/fed-dir-XXXXXX";
+  ASSERT_NE(mkdtemp(name), nullptr);
+  std::string path = std::string(name) + "/model.fed";
+  ASSERT_EQ(mkdir(path.c_str(), 0700), 0);
+  DtFedReader13 reader;
+  FedRecorder target;
+  int result = -1;
+  ktltest::Captured output = ktltest::captureOutput(
+      [&] { result = reader.readFed(path.c_str(), &target, 0, false, false); });
+  rmdir(path.c_str());
+  rmdir(name);
+  EXPECT_EQ(result, 2);
+  EXPECT_EQ(std::string(reader.lastError().c_str()), "Unable to find FED in fedfile");
+  EXPECT_EQ(output.err, "");
   EXPECT_EQ(target.calls, (std::vector<std::string>{"setFomType(1)"}));
 }
 

@@ -6,7 +6,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -468,9 +471,63 @@ TEST(FedReaderBuffer, NullFileWarnsAndLeavesTheOutputs) {
   EXPECT_EQ(output.err, "DtFedReader::readFileIntoBuffer: FileHandle not initialized\n");
 }
 
-TEST(FedReaderBuffer, ReadErrorIsReported) {
+TEST(FedReaderBuffer, ReadThatGetsNothingEndsTheTextEvenOnAnError) {
+  // A directory opens but can't be read: the first fread gets 0 with the error flag set, and
+  // that ends the text like the end of a file does.
   TempDir dir;
-  FILE* file = fopen(dir.path().c_str(), "rb");  // a directory opens but can't be read
+  FILE* file = fopen(dir.path().c_str(), "rb");
+  ASSERT_NE(file, nullptr);
+  char* data = nullptr;
+  unsigned int size = 5;
+  bool ok = false;
+  Captured output =
+      captureOutput([&] { ok = DtFedReader::readFileIntoBuffer(file, &data, &size); });
+  EXPECT_TRUE(ferror(file));
+  fclose(file);
+  EXPECT_TRUE(ok);
+  EXPECT_EQ(size, 0u);
+  ASSERT_NE(data, nullptr);
+  EXPECT_EQ(data[0], '\0');
+  EXPECT_EQ(output.err, "");
+  delete[] data;
+}
+
+// A stream that gives its bytes in reads of at most `chunk` bytes and then fails every read.
+struct FailingSource {
+  std::string bytes;
+  size_t chunk = 0;
+  size_t at = 0;
+};
+
+ssize_t failingRead(void* cookie, char* buffer, size_t size) {
+  auto* source = static_cast<FailingSource*>(cookie);
+  if (source->at >= source->bytes.size()) {
+    errno = EIO;
+    return -1;
+  }
+  size_t count = std::min({size, source->chunk, source->bytes.size() - source->at});
+  std::memcpy(buffer, source->bytes.data() + source->at, count);
+  source->at += count;
+  return static_cast<ssize_t>(count);
+}
+
+int failingSeek(void* cookie, off64_t* offset, int whence) {
+  auto* source = static_cast<FailingSource*>(cookie);
+  if (whence != SEEK_SET) return -1;
+  source->at = static_cast<size_t>(*offset);
+  return 0;
+}
+
+FILE* openFailing(FailingSource& source) {
+  cookie_io_functions_t functions = {failingRead, nullptr, failingSeek, nullptr};
+  FILE* file = fopencookie(&source, "r", functions);
+  if (file) setvbuf(file, nullptr, _IONBF, 0);
+  return file;
+}
+
+TEST(FedReaderBuffer, ReadErrorThatComesWithBytesIsReported) {
+  FailingSource source{std::string(100, 'x'), 100};
+  FILE* file = openFailing(source);
   ASSERT_NE(file, nullptr);
   char* data = nullptr;
   unsigned int size = 5;
@@ -482,6 +539,25 @@ TEST(FedReaderBuffer, ReadErrorIsReported) {
   EXPECT_EQ(data, nullptr);
   EXPECT_EQ(size, 0u);
   EXPECT_EQ(output.err, "DtFedFileTransport::readFile: Error reading file.\n");
+}
+
+TEST(FedReaderBuffer, ReadErrorAfterAWholeBlockEndsTheText) {
+  // The first block is full, so the error comes with the next fread, which gets nothing.
+  FailingSource source{std::string(1024, 'y'), 1024};
+  FILE* file = openFailing(source);
+  ASSERT_NE(file, nullptr);
+  char* data = nullptr;
+  unsigned int size = 0;
+  bool ok = false;
+  Captured output =
+      captureOutput([&] { ok = DtFedReader::readFileIntoBuffer(file, &data, &size); });
+  fclose(file);
+  EXPECT_TRUE(ok);
+  EXPECT_EQ(size, 1024u);
+  ASSERT_NE(data, nullptr);
+  EXPECT_EQ(std::string(data), source.bytes);
+  EXPECT_EQ(output.err, "");
+  delete[] data;
 }
 
 TEST(FedReaderBase, AppendErrorLine) {

@@ -420,8 +420,16 @@ bool DtFedReader::readFileIntoBuffer(FILE* file, char** buffer, unsigned int* si
     // regular file every block but the last is full and this is always 1024.
     size_t room = capacity - *size;
     size_t count = fread(*buffer + *size, 1, room < 1024 ? room : 1024, file);
+    // A read that gets nothing ends the text, whatever the error flag says: only an error
+    // that comes with bytes fails the read.
     if (count == 0) break;
-    if (ferror(file)) break;
+    if (ferror(file)) {
+      DtWarn << "DtFedFileTransport::readFile: Error reading file.\n";
+      delete[] * buffer;
+      *buffer = nullptr;
+      *size = 0;
+      return false;
+    }
     *size += static_cast<unsigned int>(count);
     if (capacity <= *size) {
       char* larger = nullptr;
@@ -440,13 +448,6 @@ bool DtFedReader::readFileIntoBuffer(FILE* file, char** buffer, unsigned int* si
       delete[] * buffer;
       *buffer = larger;
     }
-  }
-  if (ferror(file)) {
-    DtWarn << "DtFedFileTransport::readFile: Error reading file.\n";
-    delete[] * buffer;
-    *buffer = nullptr;
-    *size = 0;
-    return false;
   }
   // There is always room behind the text: the 1.3 readers read it as terminated text.
   (*buffer)[*size] = '\0';
