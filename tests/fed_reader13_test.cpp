@@ -662,6 +662,32 @@ TEST(FedReader13, InteractionRootWithSpaceRetriesByTargetFormat) {
   }
 }
 
+TEST(FedReader13, SkippedInteractionWithSpaceSaysSoWithItsSpace) {
+  DtFedReader13 reader;
+  FedRecorder target;
+  target.refusedInteractions = {"InteractionRoot"};
+  ReadOutcome outcome =
+      readText(reader,
+               fed("(space S)", theObjects,
+                   "(class InteractionRoot reliable receive (class Manager best_effort timestamp S "
+                   "(parameter p)) (class Fire reliable receive S))"),
+               &target, 3);
+  EXPECT_EQ(outcome.result, 0) << outcome.error;
+  EXPECT_EQ(target.callsOf("addInteractionClass"),
+            (std::vector<std::string>{
+                "addInteractionClass(InteractionRoot, null, 1, 0, null)",
+                "addInteractionClass(HLAinteractionRoot, null, 1, 0, null)",
+                "addInteractionClass(HLAinteractionRoot.Fire, HLAinteractionRoot, 1, 0, S)"}));
+  EXPECT_TRUE(target.callsOf("addParameter").empty());
+  EXPECT_NE(outcome.out.find("Skip Class: HLAinteractionRoot.Manager, base: HLAinteractionRoot, "
+                             "transport: best_effort, order: timestamp, space: S\n"
+                             "All subclasses and parameters will also be skipped.\n"
+                             "Class: HLAinteractionRoot.Fire, base: HLAinteractionRoot, "
+                             "transport: reliable, order: receive, space: S\n"),
+            std::string::npos)
+      << outcome.out;
+}
+
 TEST(FedReader13, RefusedManagementInteractionWithSpaceIsFatal) {
   DtFedReader13 reader;
   FedRecorder target;

@@ -51,6 +51,20 @@ TEST(FedReaderOutOfMemory, GrowingBufferFailsAndFreesTheOld) {
   EXPECT_EQ(outcome.output.err, "DtFedFileTransport::readFile: Failed to allocate file buffer\n");
 }
 
+TEST(FedReaderOutOfMemory, ExactlyOneBlockGrowsBeforeTheNextRead) {
+  // A file of 1024 bytes fills the first buffer, which grows at once: the growth is the second
+  // allocation. One byte less leaves room and needs no second allocation.
+  Outcome full = readFailing(std::string(1024, 'x'), 1);
+  EXPECT_FALSE(full.ok);
+  EXPECT_EQ(full.data, nullptr);
+  EXPECT_EQ(full.output.err, "DtFedFileTransport::readFile: Failed to allocate file buffer\n");
+  Outcome less = readFailing(std::string(1023, 'x'), 1);
+  EXPECT_TRUE(less.ok);
+  EXPECT_EQ(less.size, 1023u);
+  EXPECT_EQ(less.output.err, "");
+  delete[] less.data;
+}
+
 TEST(FedReaderOutOfMemory, NoStreamGivesOne) {
   std::string path = ktltest::writeTempFile("(FED)", ".fed");
   DtFedReader13 reader;
