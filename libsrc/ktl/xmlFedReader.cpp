@@ -1,5 +1,7 @@
 #include <ktl/xmlFedReader.h>
 
+#include <ktl/envXmlReader.h>
+
 #include <cstdio>
 
 #include <libxml/parser.h>
@@ -27,6 +29,8 @@ DtFomType DtXmlFedReader::fomType(void* file) {
   if (!readFileIntoBuffer(static_cast<FILE*>(file), &buffer, &size)) return DtFomTypeUnknown;
   rewind(static_cast<FILE*>(file));
   DtFomType type = DtFomTypeUnknown;
+  // A file that isn't XML is an answer here, not an error: libxml2 keeps its reports to itself.
+  DtQuietXmlErrors quiet;
   xmlDocPtr doc = xmlReadMemory(buffer, static_cast<int>(size), nullptr, nullptr, 0);
   if (doc) {
     type = fomType(xmlDocGetRootElement(doc));
