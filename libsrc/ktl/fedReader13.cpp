@@ -402,19 +402,11 @@ int DtFedReader13::processObjClass(DtlObjPtr form, const char* parentName) {
       skip = true;
     }
   }
-  for (DtlObjPtr rest = tail(form, 2); result == 0 && DtcListp(rest); rest = rest->cdr()) {
-    if (skip) continue;
-    DtlObjPtr item = rest->car();
-    if (beginsWith(item, "attribute")) {
-      result = processAttribute(item, fullName.c_str());
-    } else if (beginsWith(item, "class")) {
-      result = processObjClass(item, fullName.c_str());
-    } else {
-      lastErrorText = "Unexpected symbol found";
-      result = 2;
-    }
-  }
-  return result;
+  // A skipped class is walked without effect, so its elements are not looked at.
+  if (skip) return result;
+  return walkClassBody(*this, tail(form, 2), fullName.c_str(), "attribute",
+                       &DtFedReader13::processAttribute, &DtFedReader13::processObjClass,
+                       lastErrorText);
 }
 
 int DtFedReader13::processAttribute(DtlObjPtr form, const char* className) {
@@ -485,19 +477,9 @@ int DtFedReader13::processIntClass(DtlObjPtr form, const char* parentName) {
       if (!added) return 2;
     }
   }
-  for (; result == 0 && DtcListp(rest); rest = rest->cdr()) {
-    if (skip) continue;
-    DtlObjPtr item = rest->car();
-    if (beginsWith(item, "parameter")) {
-      result = processParameter(item, fullName.c_str());
-    } else if (beginsWith(item, "class")) {
-      result = processIntClass(item, fullName.c_str());
-    } else {
-      lastErrorText = "Unexpected symbol found";
-      result = 2;
-    }
-  }
-  return result;
+  if (skip) return result;
+  return walkClassBody(*this, rest, fullName.c_str(), "parameter", &DtFedReader13::processParameter,
+                       &DtFedReader13::processIntClass, lastErrorText);
 }
 
 int DtFedReader13::processParameter(DtlObjPtr form, const char* className) {

@@ -154,6 +154,28 @@ int walkInteractions(Reader& reader, const DtlObjPtr& form, DtString& error) {
   return reader.processIntClass(classForm, nullptr);
 }
 
+// The elements of a class behind its head, in file order: each a member (an attribute or a
+// parameter, by the keyword member) or a subclass, through the reader's slots; anything else
+// is "Unexpected symbol found". Stops at the first failure.
+template <class Reader>
+int walkClassBody(Reader& reader, DtlObjPtr rest, const char* className, const char* member,
+                  int (Reader::*memberSlot)(DtlObjPtr, const char*),
+                  int (Reader::*classSlot)(DtlObjPtr, const char*), DtString& error) {
+  int result = 0;
+  for (; result == 0 && DtcListp(rest); rest = rest->cdr()) {
+    DtlObjPtr item = rest->car();
+    if (beginsWith(item, member)) {
+      result = (reader.*memberSlot)(item, className);
+    } else if (beginsWith(item, "class")) {
+      result = (reader.*classSlot)(item, className);
+    } else {
+      error = "Unexpected symbol found";
+      result = 2;
+    }
+  }
+  return result;
+}
+
 }  // namespace DtFed13Form
 
 }  // namespace KORRti

@@ -100,18 +100,9 @@ int DtKtlFedReader::processObjClass(DtlObjPtr form, const char* parentName) {
   fullName += name;
   DtVerbose("Class: %s, Base: %s \n", fullName.c_str(), base);
   if (target) target->addObjectClass(fullName.c_str(), parentName);
-  for (DtlObjPtr rest = tail(form, 2); result == 0 && DtcListp(rest); rest = rest->cdr()) {
-    DtlObjPtr item = rest->car();
-    if (beginsWith(item, "attribute")) {
-      result = processAttribute(item, fullName.c_str());
-    } else if (beginsWith(item, "class")) {
-      result = processObjClass(item, fullName.c_str());
-    } else {
-      lastErrorText = "Unexpected symbol found";
-      result = 2;
-    }
-  }
-  return result;
+  return walkClassBody(*this, tail(form, 2), fullName.c_str(), "attribute",
+                       &DtKtlFedReader::processAttribute, &DtKtlFedReader::processObjClass,
+                       lastErrorText);
 }
 
 int DtKtlFedReader::processAttribute(DtlObjPtr form, const char* className) {
@@ -148,18 +139,9 @@ int DtKtlFedReader::processIntClass(DtlObjPtr form, const char* parentName) {
               transportText, orderText);
   }
   if (target) target->addInteractionClass(fullName.c_str(), parentName, transport, order, space);
-  for (; result == 0 && DtcListp(rest); rest = rest->cdr()) {
-    DtlObjPtr item = rest->car();
-    if (beginsWith(item, "parameter")) {
-      result = processParameter(item, fullName.c_str());
-    } else if (beginsWith(item, "class")) {
-      result = processIntClass(item, fullName.c_str());
-    } else {
-      lastErrorText = "Unexpected symbol found";
-      result = 2;
-    }
-  }
-  return result;
+  return walkClassBody(*this, rest, fullName.c_str(), "parameter",
+                       &DtKtlFedReader::processParameter, &DtKtlFedReader::processIntClass,
+                       lastErrorText);
 }
 
 int DtKtlFedReader::processParameter(DtlObjPtr form, const char* className) {
