@@ -4,6 +4,7 @@
 #include <ktl/envKtlReader.h>
 #include <ktl/envKtlWriter.h>
 #include <support/capture.h>
+#include <support/files.h>
 
 #include <cstdlib>
 #include <fstream>
@@ -13,14 +14,9 @@
 using namespace KORRti;
 using ktltest::writeTempFile;
 
-namespace {
+using ktltest::fileText;
 
-std::string fileText(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
+namespace {
 
 // Exposes the indentation, which must be back at 0 after each file.
 class ProbedWriter : public DtEnvKTLWriter {

@@ -7,7 +7,7 @@
 #include <libxml/xmlerror.h>
 #include <libxml/xmlreader.h>
 #include <support/capture.h>
-#include <support/env_xml_files.h>
+#include <support/files.h>
 #include <util/dtException.h>
 
 #include <cstdlib>

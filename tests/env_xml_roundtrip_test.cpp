@@ -5,7 +5,7 @@
 #include <ktl/envXmlWriter.h>
 #include <ktl/environment.h>
 #include <support/capture.h>
-#include <support/env_xml_files.h>
+#include <support/files.h>
 
 #include <cstdlib>
 #include <memory>

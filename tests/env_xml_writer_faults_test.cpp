@@ -6,8 +6,8 @@
 #include <ktl/environment.h>
 #include <libxml/xmlmemory.h>
 #include <support/capture.h>
-#include <support/env_xml_files.h>
 #include <support/failing_xml_memory.h>
+#include <support/files.h>
 
 #include <cstdlib>
 #include <cstring>

@@ -19,31 +19,11 @@ using ktltest::FedRecorder;
 
 namespace {
 
-struct ReadOutcome {
-  int result = -1;
-  std::string error;
-  std::string out;
-  std::string err;
-};
+using ReadOutcome = ktltest::FedReadOutcome;
 
-// Reads text through readFedFilePtr with an open file, so a null target is possible.
 ReadOutcome readText(DtFedReader& reader, const std::string& text, DtFedTarget* target,
                      int level = 1) {
-  std::string path = ktltest::writeTempFile(text, ".fed");
-  ReadOutcome outcome;
-  FILE* file = fopen(path.c_str(), "rt");
-  if (!file) return outcome;
-  int saved = DtNotifyLevel;
-  DtNotifyLevel = level;
-  ktltest::Captured captured = ktltest::captureOutput([&] {
-    outcome.result = reader.readFedFilePtr(file, target, DtFilename(path.c_str()), 0, false, false);
-  });
-  DtNotifyLevel = saved;
-  fclose(file);
-  outcome.error = reader.lastError().c_str();
-  outcome.out = captured.out;
-  outcome.err = captured.err;
-  return outcome;
+  return ktltest::readFedTextFromFile(reader, text, target, level);
 }
 
 const char* const theExample =

@@ -24,27 +24,11 @@ using ktltest::FedRecorder;
 
 namespace {
 
-struct ReadOutcome {
-  int result = -1;
-  std::string error;
-  std::string out;
-  std::string err;
-};
+using ReadOutcome = ktltest::FedReadOutcome;
 
-// Reads text as a .fed file with this reader and target at this notify level.
 ReadOutcome readText(DtFedReader& reader, const std::string& text, DtFedTarget* target,
                      int level = 1) {
-  std::string path = ktltest::writeTempFile(text, ".fed");
-  ReadOutcome outcome;
-  int saved = DtNotifyLevel;
-  DtNotifyLevel = level;
-  ktltest::Captured captured = ktltest::captureOutput(
-      [&] { outcome.result = reader.readFed(path.c_str(), target, 0, false, false); });
-  DtNotifyLevel = saved;
-  outcome.error = reader.lastError().c_str();
-  outcome.out = captured.out;
-  outcome.err = captured.err;
-  return outcome;
+  return ktltest::readFedText(reader, text, target, level);
 }
 
 // A whole file around the given spaces, objects and interactions texts.

@@ -23,6 +23,7 @@
 
 #include "support/capture.h"
 #include "support/fed_recorder.h"
+#include "support/files.h"
 
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
@@ -42,32 +43,9 @@ using ktltest::Captured;
 using ktltest::captureOutput;
 using ktltest::FedRecorder;
 
+using ktltest::TempDir;
+
 namespace {
-
-// A fresh directory under /tmp, removed with everything in it at the end of the test.
-class TempDir {
- public:
-  TempDir() {
-    char name[] = "/tmp/fed-reader-XXXXXX";
-    char* made = mkdtemp(name);
-    path_ = made ? made : "";
-  }
-  ~TempDir() {
-    std::error_code ignored;
-    if (!path_.empty()) std::filesystem::remove_all(path_, ignored);
-  }
-  TempDir(TempDir const&) = delete;
-  TempDir& operator=(TempDir const&) = delete;
-  std::string const& path() const { return path_; }
-  std::string write(std::string const& name, std::string const& text) const {
-    std::string file = path_ + "/" + name;
-    std::ofstream(file, std::ios::binary) << text;
-    return file;
-  }
-
- private:
-  std::string path_;
-};
 
 // Sets the notify level for the life of the object.
 class NotifyLevel {

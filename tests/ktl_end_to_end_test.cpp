@@ -13,37 +13,14 @@
 #include <ktl/ktl.h>
 
 #include "support/capture.h"
+#include "support/files.h"
 
 using namespace KORRti;
 using ktltest::captureOutput;
 
+using ktltest::TempDir;
+
 namespace {
-
-// A directory of its own for the files of one test, removed afterwards.
-class TempDir {
- public:
-  TempDir() {
-    char name[] = "/tmp/ktl-e2e-XXXXXX";
-    path_ = mkdtemp(name);
-  }
-  ~TempDir() {
-    for (auto const& file : files_) unlink(file.c_str());
-    rmdir(path_.c_str());
-  }
-  std::string write(std::string const& name, std::string const& text) {
-    std::string file = path_ + "/" + name;
-    FILE* out = std::fopen(file.c_str(), "w");
-    std::fwrite(text.data(), 1, text.size(), out);
-    std::fclose(out);
-    files_.push_back(file);
-    return file;
-  }
-  std::string const& path() const { return path_; }
-
- private:
-  std::string path_;
-  std::vector<std::string> files_;
-};
 
 const char kMain[] = R"(; Site configuration.
 (load "shapes.ktl")                      ; found through the load path

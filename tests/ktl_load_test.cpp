@@ -14,6 +14,7 @@
 #include <ktl/ktl.h>
 
 #include "support/capture.h"
+#include "support/files.h"
 #include "support/language.h"
 #include "support/language_test.h"
 
@@ -30,37 +31,9 @@ DtlObjPtr loadLispFile(char const* name, DtlObjPtr const& env, int warn);
 DtlObjPtr loadLispFile(DtlObjPtr const& dirs, char const* name, DtlObjPtr const& env, int warn);
 }  // namespace KORRti
 
+using ktltest::TempDir;
+
 namespace {
-
-// A fresh directory under /tmp, removed with everything in it at the end of the test.
-class TempDir {
- public:
-  TempDir() {
-    char name[] = "/tmp/ktl-load-XXXXXX";
-    char* made = mkdtemp(name);
-    path_ = made ? made : "";
-  }
-  ~TempDir() {
-    std::error_code ignored;
-    if (!path_.empty()) std::filesystem::remove_all(path_, ignored);
-  }
-  TempDir(TempDir const&) = delete;
-  TempDir& operator=(TempDir const&) = delete;
-
-  std::string const& path() const { return path_; }
-  // The last component of the path.
-  std::string base() const { return path_.substr(path_.rfind('/') + 1); }
-  // Writes text to name (which may hold sub-directories) and returns the full path.
-  std::string write(std::string const& name, std::string const& text) const {
-    std::filesystem::path file = std::filesystem::path(path_) / name;
-    std::filesystem::create_directories(file.parent_path());
-    std::ofstream(file) << text;
-    return file.string();
-  }
-
- private:
-  std::string path_;
-};
 
 // How operator<< writes the exception that evaluating text in a fresh frame throws.
 std::string exceptionText(std::string const& text) {

@@ -7,7 +7,10 @@
 #include <string>
 
 #include "support/capture.h"
+#include "support/files.h"
 #include "support/process.h"
+
+using ktltest::fileText;
 
 namespace {
 
@@ -15,13 +18,6 @@ const char kProgram[] = KTL_BINARY_DIR "/tools/envconv";
 
 ktltest::Outcome runEnvconv(std::vector<std::string> const& args) {
   return ktltest::runProgram(kProgram, args);
-}
-
-std::string fileText(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
 }
 
 const char kKtl[] = "(config (speed \"3\") (car vehicle (\"fast\") (seats \"4\")))";

@@ -8,7 +8,13 @@
 #include <string>
 #include <vector>
 
+#include <cstdio>
+#include <functional>
+
 #include <ktl/fedReader.h>
+#include <util/notify.h>
+
+#include "support/capture.h"
 
 namespace ktltest {
 
@@ -71,6 +77,49 @@ class FedRecorder : public KORRti::DtFedTarget {
     return found;
   }
 };
+
+// What one read gave: its result, lastError() after it and the output it wrote.
+struct FedReadOutcome {
+  int result = -1;
+  std::string error;
+  std::string out;
+  std::string err;
+};
+
+// Runs read (which answers the reader's result) at this notify level with the output captured.
+inline FedReadOutcome captureFedRead(KORRti::DtFedReader& reader, int level,
+                                     const std::function<int()>& read) {
+  FedReadOutcome outcome;
+  int saved = KORRti::DtNotifyLevel;
+  KORRti::DtNotifyLevel = level;
+  Captured captured = captureOutput([&] { outcome.result = read(); });
+  KORRti::DtNotifyLevel = saved;
+  outcome.error = reader.lastError().c_str();
+  outcome.out = captured.out;
+  outcome.err = captured.err;
+  return outcome;
+}
+
+// Reads text as a .fed file through readFed.
+inline FedReadOutcome readFedText(KORRti::DtFedReader& reader, const std::string& text,
+                                  KORRti::DtFedTarget* target, int level = 1) {
+  std::string path = writeTempFile(text, ".fed");
+  return captureFedRead(reader, level,
+                        [&] { return reader.readFed(path.c_str(), target, 0, false, false); });
+}
+
+// Reads text through readFedFilePtr with an open file, so a null target is possible.
+inline FedReadOutcome readFedTextFromFile(KORRti::DtFedReader& reader, const std::string& text,
+                                          KORRti::DtFedTarget* target, int level = 1) {
+  std::string path = writeTempFile(text, ".fed");
+  FILE* file = std::fopen(path.c_str(), "rt");
+  if (!file) return FedReadOutcome();
+  FedReadOutcome outcome = captureFedRead(reader, level, [&] {
+    return reader.readFedFilePtr(file, target, KORRti::DtFilename(path.c_str()), 0, false, false);
+  });
+  std::fclose(file);
+  return outcome;
+}
 
 }  // namespace ktltest
 

@@ -1,7 +1,7 @@
-#ifndef TESTS_SUPPORT_ENV_XML_FILES_H
-#define TESTS_SUPPORT_ENV_XML_FILES_H
+#ifndef TESTS_SUPPORT_FILES_H
+#define TESTS_SUPPORT_FILES_H
 
-// Files and directories for the suites of the tree's XML form.
+// Temporary directories and file contents for the suites.
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -16,7 +16,7 @@ namespace ktltest {
 class TempDir {
  public:
   TempDir() {
-    std::string pattern = "/tmp/ktl-xml-XXXXXX";
+    std::string pattern = "/tmp/ktl-test-XXXXXX";
     std::vector<char> name(pattern.begin(), pattern.end());
     name.push_back('\0');
     if (!mkdtemp(name.data())) throw std::runtime_error("mkdtemp failed");
@@ -30,11 +30,15 @@ class TempDir {
   TempDir& operator=(const TempDir&) = delete;
 
   const std::string& path() const { return path_; }
+  // The last component of the path.
+  std::string base() const { return path_.substr(path_.rfind('/') + 1); }
   // The path of name inside the directory.
   std::string file(const std::string& name) const { return path_ + "/" + name; }
-  // Writes text to name inside the directory and returns its path.
+  // Writes text to name (which may hold sub-directories) and returns its path.
   std::string write(const std::string& name, const std::string& text) const {
     std::string where = file(name);
+    std::error_code ignored;
+    std::filesystem::create_directories(std::filesystem::path(where).parent_path(), ignored);
     std::ofstream out(where, std::ios::binary);
     out << text;
     return where;
