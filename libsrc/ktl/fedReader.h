@@ -60,6 +60,10 @@ enum DtFomUpdateType_enum : int32_t {
   DtFomUpdateNA = 3
 };
 
+// The result of a read, and the status of each step of a reader's walk: DtFedOk goes on,
+// DtFedFailed stops the walk.
+enum DtFedResult : int { DtFedOk = 0, DtFedNoFile = 1, DtFedFailed = 2 };
+
 // Bits of the strict-checking mask passed to readFed.
 const unsigned int DtStrictUnexpectedContent = 1;  // unexpected XML content fails the read
 const unsigned int DtStrictMissingTables = 2;      // missing tables fail a 1516-2010 read

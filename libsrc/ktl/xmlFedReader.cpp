@@ -3,10 +3,15 @@
 #include <ktl/envXmlReader.h>
 
 #include <cstdio>
+#include <cstring>
+#include <memory>
+#include <sstream>
 
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <libxml/xmlstring.h>
+
+#include <util/notify.h>
 
 namespace KORRti {
 
@@ -16,17 +21,137 @@ const xmlChar* text(const char* value) {
   return reinterpret_cast<const xmlChar*>(value);
 }
 
+const char* chars(const xmlChar* value) {
+  return reinterpret_cast<const char*>(value);
+}
+
 // Root attributes of which any one marks a 1516-2000 document.
 const char* const the1516RootAttributes[] = {
-    "DTDversion", "name",    "type",   "version",  "date",     "purpose",  "appDomain",
-    "sponsor",    "pocName", "pocOrg", "pocPhone", "pocEmail", "reference"};
+    attrDTDversion, attrName,      attrType,      attrVersion, attrDate,
+    attrPurpose,    attrAppDomain, attrSponsor,   attrPocName, attrPocOrg,
+    attrPocPhone,   attrPocEmail,  attrReferences};
+
+bool isComment(const xmlNode* node) {
+  return node->type == XML_COMMENT_NODE;
+}
 
 }  // namespace
+
+const DtString DtXmlFedReader::theValueObjectRoot(valueObjectRoot);
+const DtString DtXmlFedReader::theValuePrivilegeToDelete(valuePrivilegeToDelete);
+const DtString DtXmlFedReader::theValueEnabled(valueEnabled);
+
+DtXmlFedReader::DtXmlFedReader() : target(nullptr) {
+  xmlCheckVersion(20907);
+  xmlKeepBlanksDefault(0);
+  expectedType = DtFomTypeUnknown;
+}
+
+DtXmlFedReader::~DtXmlFedReader() = default;
+
+int DtXmlFedReader::parseTransportationTree(xmlNode* node) {
+  int status = DtFedOk;
+  if (!node) return status;
+  DtString properties;
+  appendNodeProperties(node, properties);
+  DtVerbose("%s \n\n", properties.c_str());
+  for (xmlNode* child = node->children; child && status == DtFedOk; child = child->next) {
+    if (isComment(child) || isBlankText(child)) continue;
+    DtVerbose("Transportation Tree Tag: %s\n", chars(child->name));
+    if (xmlStrEqual(child->name, text(tagTransport))) {
+      DtString childProperties;
+      appendNodeProperties(child, childProperties);
+      DtVerbose("%s \n\n", childProperties.c_str());
+    } else {
+      lastErrorText =
+          "Unexpected tag in transportations tree for FDD file.\n\tTransportation Tag = ";
+      appendNodeContent(child, lastErrorText);
+      if (strictChecking(DtStrictUnexpectedContent)) status = DtFedFailed;
+    }
+  }
+  return status;
+}
+
+void DtXmlFedReader::appendNodeProperties(xmlNode* node, DtString& out) const {
+  if (!node) return;
+  for (xmlAttr* attr = node->properties; attr; attr = attr->next) {
+    out += attr->name ? chars(attr->name) : "";
+    if (attr->children) {
+      out += "= ";
+      out += attr->children->content ? chars(attr->children->content) : "";
+    }
+    out += "\n";
+  }
+}
+
+void DtXmlFedReader::appendNodeContent(xmlNode* node, DtString& out) const {
+  out += (node && node->name) ? chars(node->name) : "*";
+  out += " ";
+  out += (node && node->content) ? chars(node->content) : "*";
+}
+
+bool DtXmlFedReader::isBlankText(xmlNode* node) const {
+  if (!node || node->type != XML_TEXT_NODE) return false;
+  if (!node->content) return true;
+  for (const xmlChar* at = node->content; *at; ++at) {
+    if (*at != ' ' && *at != '\t' && *at != '\n') return false;
+  }
+  return true;
+}
+
+const char* DtXmlFedReader::propertyByName(xmlNode* node, const xmlChar* name) {
+  if (!node) return nullptr;
+  for (xmlAttr* attr = node->properties; attr; attr = attr->next) {
+    if (xmlStrEqual(attr->name, name)) {
+      // An attribute with an empty value has no text child: it exists all the same.
+      if (!attr->children || !attr->children->content) return "";
+      return chars(attr->children->content);
+    }
+  }
+  return nullptr;
+}
+
+bool DtXmlFedReader::getPropertyByName(xmlNode* node, const xmlChar* name, DtString& value) {
+  value = "";
+  const char* found = propertyByName(node, name);
+  if (found) value = found;
+  return found != nullptr;
+}
+
+bool DtXmlFedReader::getChildrenContent(xmlNode* node, DtString& value) const {
+  if (node && node->children && node->children->content) {
+    value = chars(node->children->content);
+    return true;
+  }
+  return false;
+}
+
+DtString DtXmlFedReader::childrenContent(xmlNode* node) const {
+  DtString value("");
+  getChildrenContent(node, value);
+  return value;
+}
+
+bool DtXmlFedReader::getChildContentByName(xmlNode* node, const xmlChar* name, DtString& value) {
+  value = "";
+  const char* found = childContentByName(node, name);
+  if (found) value = found;
+  return found != nullptr;
+}
+
+bool DtXmlFedReader::convertStringToULong(std::string digits, unsigned long& value) {
+  std::istringstream stream(digits);
+  stream >> value;
+  bool extracted = !stream.fail();
+  return extracted && !digits.empty() &&
+         digits.find_first_not_of("0123456789") == std::string::npos;
+}
 
 DtFomType DtXmlFedReader::fomType(void* file) {
   char* buffer = nullptr;
   unsigned int size = 0;
   if (!readFileIntoBuffer(static_cast<FILE*>(file), &buffer, &size)) return DtFomTypeUnknown;
+  std::unique_ptr<char[]> held(buffer);
   rewind(static_cast<FILE*>(file));
   DtFomType type = DtFomTypeUnknown;
   // A file that isn't XML is an answer here, not an error: libxml2 keeps its reports to itself.
@@ -36,39 +161,45 @@ DtFomType DtXmlFedReader::fomType(void* file) {
     type = fomType(xmlDocGetRootElement(doc));
     xmlFreeDoc(doc);
   }
-  delete[] buffer;
   return type;
 }
 
 DtFomType DtXmlFedReader::fomType(xmlNode* root) {
-  DtFomType type = DtFomTypeUnknown;
-  try {
-    if (!root) return DtFomTypeUnknown;
-    if (root->ns && root->ns->href) {
-      if (xmlStrstr(root->ns->href, text("IEEE1516-2010")) ||
-          xmlStrstr(root->ns->href, text("IEEE1516-2009"))) {
-        return DtFomTypeEvolved;
-      }
-      if (xmlStrstr(root->ns->href, text("IEEE1516-2025"))) return DtFomType2025;
-    } else {
-      for (xmlAttr* attr = root->properties; attr; attr = attr->next) {
-        for (const char* name : the1516RootAttributes) {
-          if (xmlStrEqual(attr->name, text(name))) return DtFomType1516;
-        }
+  if (!root) return DtFomTypeUnknown;
+  if (root->ns && root->ns->href) {
+    if (xmlStrstr(root->ns->href, text(IEEE1516_2010)) ||
+        xmlStrstr(root->ns->href, text(IEEE1516_2009))) {
+      return DtFomTypeEvolved;
+    }
+    if (xmlStrstr(root->ns->href, text(IEEE1516_2025))) return DtFomType2025;
+  } else {
+    for (xmlAttr* attr = root->properties; attr; attr = attr->next) {
+      for (const char* name : the1516RootAttributes) {
+        if (xmlStrEqual(attr->name, text(name))) return DtFomType1516;
       }
     }
-    xmlNode* transportations = getNodeByName(root, text("transportations"));
-    if (!transportations) return type;
-    xmlNode* transportation = getNodeByName(transportations, text("transportation"));
-    if (!transportation) return type;
-    for (xmlAttr* attr = transportation->properties; attr; attr = attr->next) {
-      if (xmlStrEqual(attr->name, text("name")) || xmlStrEqual(attr->name, text("description"))) {
-        return DtFomType1516;
-      }
-    }
-  } catch (...) {
   }
-  return type;
+  xmlNode* transportations = getNodeByName(root, text(tagTransportations));
+  if (!transportations) return DtFomTypeUnknown;
+  xmlNode* transportation = getNodeByName(transportations, text(tagTransport));
+  if (!transportation) return DtFomTypeUnknown;
+  for (xmlAttr* attr = transportation->properties; attr; attr = attr->next) {
+    if (xmlStrEqual(attr->name, text(attrName)) || xmlStrEqual(attr->name, text(attrDescription))) {
+      return DtFomType1516;
+    }
+  }
+  return DtFomTypeUnknown;
+}
+
+const char* DtXmlFedReader::childContentByName(xmlNode* node, const xmlChar* name) {
+  if (!node) return nullptr;
+  for (xmlNode* child = node->children; child; child = child->next) {
+    if (xmlStrEqual(child->name, name) && child->children &&
+        child->children->type == XML_TEXT_NODE) {
+      return child->children->content ? chars(child->children->content) : "";
+    }
+  }
+  return nullptr;
 }
 
 xmlNode* DtXmlFedReader::getNodeByName(xmlNode* node, const xmlChar* name) {

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <set>
+#include <string>
 
 #include <ktl/fedReader.h>
 #include <util/dtString.h>
@@ -123,17 +124,286 @@ struct DtUpdateRateType {
   DtString semantics;
 };
 
-// Base of the XML readers. For now it holds the content test that format detection uses.
+// The vocabulary of the object model documents: every element, attribute and value name that
+// the XML readers compare against. Readers compare against these names, never against literals.
+
+// Dialect marks.
+inline constexpr const char* IEEE1516_2009 = "IEEE1516-2009";
+inline constexpr const char* IEEE1516_2010 = "IEEE1516-2010";
+inline constexpr const char* IEEE1516_2025 = "IEEE1516-2025";
+
+// Element names.
+inline constexpr const char* tagDocumentType = "objectModel";
+inline constexpr const char* tagObjectModel = "objectModel";
+inline constexpr const char* tagModelIdentification = "modelIdentification";
+inline constexpr const char* tagReferenceType = "type";
+inline constexpr const char* tagReferenceIdentification = "identification";
+inline constexpr const char* tagObjects = "objects";
+inline constexpr const char* tagInteractions = "interactions";
+inline constexpr const char* tagTransportations = "transportations";
+inline constexpr const char* tagDataTypes = "dataTypes";
+inline constexpr const char* tagNotes = "notes";
+inline constexpr const char* tagTags = "tags";
+inline constexpr const char* tagSwitches = "switches";
+inline constexpr const char* tagDimensions = "dimensions";
+inline constexpr const char* tagTime = "time";
+inline constexpr const char* tagSynchronizations = "synchronizations";
+inline constexpr const char* tagSchemaLocation = "schemaLocation";
+inline constexpr const char* tagObjectClass = "objectClass";
+inline constexpr const char* tagAttribute = "attribute";
+inline constexpr const char* tagInteractClass = "interactionClass";
+inline constexpr const char* tagParameter = "parameter";
+inline constexpr const char* tagTransport = "transportation";
+inline constexpr const char* tagBasicDataReps = "basicDataRepresentations";
+inline constexpr const char* tagBasicData = "basicData";
+inline constexpr const char* tagSimpleDataTypes = "simpleDataTypes";
+inline constexpr const char* tagSimpleData = "simpleData";
+inline constexpr const char* tagReferenceDataTypes = "referenceDataTypes";
+inline constexpr const char* tagReferenceData = "referenceDataType";
+inline constexpr const char* tagEnumDataTypes = "enumeratedDataTypes";
+inline constexpr const char* tagEnumData = "enumeratedData";
+inline constexpr const char* tagEnumerator = "enumerator";
+inline constexpr const char* tagArrayDataTypes = "arrayDataTypes";
+inline constexpr const char* tagArrayData = "arrayData";
+inline constexpr const char* tagFixedRecDataTypes = "fixedRecordDataTypes";
+inline constexpr const char* tagFixedRecData = "fixedRecordData";
+inline constexpr const char* tagFixedRecField = "field";
+inline constexpr const char* tagVarRecDataTypes = "variantRecordDataTypes";
+inline constexpr const char* tagVarRecData = "variantRecordData";
+inline constexpr const char* tagVarRecAlternative = "alternative";
+inline constexpr const char* tagNote = "note";
+inline constexpr const char* tagUpdateRates = "updateRates";
+inline constexpr const char* tagSingleUpdateRate = "updateRate";
+
+// Attribute and child-element names.
+inline constexpr const char* attrAccuracy = "accuracy";
+inline constexpr const char* attrAccuracyNotes = "accuracyNotes";
+inline constexpr const char* attrAppDomain = "appDomain";
+inline constexpr const char* attrCapability = "capability";
+inline constexpr const char* attrCapabilityNotes = "capabilityNotes";
+inline constexpr const char* attrCardinality = "cardinality";
+inline constexpr const char* attrCardinalityNotes = "cardinalityNotes";
+inline constexpr const char* attrDate = "date";
+inline constexpr const char* attrDataType = "dataType";
+inline constexpr const char* attrDTDversion = "DTDversion";
+inline constexpr const char* attrDataTypeNotes = "dataTypeNotes";
+inline constexpr const char* attrDescription = "description";
+inline constexpr const char* attrDescriptionNotes = "descriptionNotes";
+inline constexpr const char* attrDimension = "dimension";
+inline constexpr const char* attrDimensions = "dimensions";
+inline constexpr const char* attrDiscriminant = "discriminant";
+inline constexpr const char* attrDiscriminantNotes = "discriminantNotes";
+inline constexpr const char* attrEncoding = "encoding";
+inline constexpr const char* attrEncodingNotes = "encodingNotes";
+inline constexpr const char* attrEndian = "endian";
+inline constexpr const char* attrEndianNotes = "endianNotes";
+inline constexpr const char* attrEnumerator = "enumerator";
+inline constexpr const char* attrEnumeratorNotes = "enumeratorNotes";
+inline constexpr const char* attrInterpretation = "interpretation";
+inline constexpr const char* attrInterpretationNotes = "interpretationNotes";
+inline constexpr const char* attrIsEnabled = "isEnabled";
+inline constexpr const char* attrLabel = "label";
+inline constexpr const char* attrLabelNotes = "labelNotes";
+inline constexpr const char* attrLogicalTime = "logicalTime";
+inline constexpr const char* attrLogicalTimeInterval = "logicalTimeInterval";
+inline constexpr const char* attrLookahead = "lookahead";
+inline constexpr const char* attrName = "name";
+inline constexpr const char* attrNameNotes = "nameNotes";
+inline constexpr const char* attrNormalization = "normalization";
+inline constexpr const char* attrOrder = "order";
+inline constexpr const char* attrOther = "other";
+inline constexpr const char* attrOwnership = "ownership";
+inline constexpr const char* attrPocEmail = "pocEmail";
+inline constexpr const char* attrPocName = "pocName";
+inline constexpr const char* attrPocOrg = "pocOrg";
+inline constexpr const char* attrPocPhone = "pocPhone";
+inline constexpr const char* attrPocType = "pocType";
+inline constexpr const char* attrPurpose = "purpose";
+inline constexpr const char* attrReferences = "reference";
+inline constexpr const char* attrReliable = "reliable";
+inline constexpr const char* attrRepresentation = "representation";
+inline constexpr const char* attrRepresentationNotes = "representationNotes";
+inline constexpr const char* attrResignAction = "resignAction";
+inline constexpr const char* attrResolution = "resolution";
+inline constexpr const char* attrResolutionNotes = "resolutionNotes";
+inline constexpr const char* attrSemantics = "semantics";
+inline constexpr const char* attrSemanticsNotes = "semanticsNotes";
+inline constexpr const char* attrSharing = "sharing";
+inline constexpr const char* attrSize = "size";
+inline constexpr const char* attrSizeNotes = "sizeNotes";
+inline constexpr const char* attrSponsor = "sponsor";
+inline constexpr const char* attrSynchronization = "synchronization";
+inline constexpr const char* attrTimeStamp = "timeStamp";
+inline constexpr const char* attrTransport = "transportation";
+inline constexpr const char* attrText = "text";
+inline constexpr const char* attrType = "type";
+inline constexpr const char* attrUnits = "units";
+inline constexpr const char* attrUnitsNotes = "unitsNotes";
+inline constexpr const char* attrUpdateCond = "updateCondition";
+inline constexpr const char* attrUpdateType = "updateType";
+inline constexpr const char* attrUpperBound = "upperBound";
+inline constexpr const char* attrValue = "value";
+inline constexpr const char* attrValues = "values";
+inline constexpr const char* attrValuesNotes = "valuesNotes";
+inline constexpr const char* attrVersion = "version";
+inline constexpr const char* attrAutoProvide = "autoProvide";
+inline constexpr const char* attrConveyProducingFederate = "conveyProducingFederate";
+inline constexpr const char* attrConveyRegionDesignatorSets = "conveyRegionDesignatorSets";
+inline constexpr const char* attrAttributeRelevanceAdvisory = "attributeRelevanceAdvisory";
+inline constexpr const char* attrAttributeScopeAdvisory = "attributeScopeAdvisory";
+inline constexpr const char* attrObjectClassRelevanceAdvisory = "objectClassRelevanceAdvisory";
+inline constexpr const char* attrInteractionRelevanceAdvisory = "interactionRelevanceAdvisory";
+inline constexpr const char* attrServiceReporting = "serviceReporting";
+inline constexpr const char* attrExceptionReporting = "exceptionReporting";
+inline constexpr const char* attrDelaySubscriptionEvaluation = "delaySubscriptionEvaluation";
+inline constexpr const char* attrNonRegulatedGrant = "nonRegulatedGrant";
+inline constexpr const char* attrAutomaticResignAction = "automaticResignAction";
+inline constexpr const char* attrSendServiceReportsToFile = "sendServiceReportsToFile";
+inline constexpr const char* attrAdvisoriesUseKnownClass = "advisoriesUseKnownClass";
+inline constexpr const char* attrAllowRelaxedDdm = "allowRelaxedDdm";
+inline constexpr const char* attrSynchronizationPoint = "synchronizationPoint";
+inline constexpr const char* attrUseLimitation = "useLimitation";
+inline constexpr const char* attrUseHistory = "useHistory";
+
+// Values.
+inline constexpr const char* valueSharingPublish = "Publish";
+inline constexpr const char* valueSharingSubscribe = "Subscribe";
+inline constexpr const char* valueSharingPublishSubscribe = "PublishSubscribe";
+inline constexpr const char* valueSharingNeither = "Neither";
+inline constexpr const char* valueOwnershipDivest = "Divest";
+inline constexpr const char* valueOwnershipAcquire = "Acquire";
+inline constexpr const char* valueOwnershipDivestAcquire = "DivestAcquire";
+inline constexpr const char* valueOwnershipNoTransfer = "NoTransfer";
+inline constexpr const char* valueDimensionsNA = "NA";
+inline constexpr const char* valueFomUpdateTypeStatic = "Static";
+inline constexpr const char* valueFomUpdateTypePeriodic = "Periodic";
+inline constexpr const char* valueFomUpdateTypeConditional = "Conditional";
+inline constexpr const char* valueFomUpdateTypeNA = "NA";
+inline constexpr const char* valueObjectRoot = "HLAobjectRoot";
+inline constexpr const char* valueInteractionRoot = "HLAinteractionRoot";
+inline constexpr const char* valuePrivilegeToDelete = "HLAprivilegeToDelete";
+inline constexpr const char* valueEnabled = "Enabled";
+inline constexpr const char* valueTransportBestEffort = "HLAbestEffort";
+inline constexpr const char* valueTransportReliable = "HLAreliable";
+inline constexpr const char* valueOrderReceive = "Receive";
+inline constexpr const char* valueOrderTimeStamp = "TimeStamp";
+inline constexpr const char* valueIsEnabled = "isEnabled";
+inline constexpr const char* valueDisabled = "Disabled";
+inline constexpr const char* valueTrue = "true";
+inline constexpr const char* valueFalse = "false";
+inline constexpr const char* valueYes = "Yes";
+inline constexpr const char* valueNo = "No";
+inline constexpr const char* valueResignAction = "resignAction";
+inline constexpr const char* valueUnconditionallyDivestAttributes =
+    "UnconditionallyDivestAttributes";
+inline constexpr const char* valueDeleteObjects = "DeleteObjects";
+inline constexpr const char* valueCancelPendingOwnershipAcquisitions =
+    "CancelPendingOwnershipAcquisitions";
+inline constexpr const char* valueDeleteObjectsThenDivest = "DeleteObjectsThenDivest";
+inline constexpr const char* valueCancelThenDeleteThenDivest = "CancelThenDeleteThenDivest";
+inline constexpr const char* valueNoAction = "NoAction";
+inline constexpr const char* valueRegister = "Register";
+inline constexpr const char* valueAchieve = "Achieve";
+inline constexpr const char* valueRegisterAchieve = "RegisterAchieve";
+inline constexpr const char* valueNoSynch = "NoSynch";
+inline constexpr const char* valueNA = "NA";
+inline constexpr const char* valueBig = "Big";
+inline constexpr const char* valueLittle = "Little";
+
+// The object model namespaces (no reader compares against them).
+inline constexpr const char* xmlns_HLA1516_2010 = "http://standards.ieee.org/IEEE1516-2010";
+inline constexpr const char* xmlns_HLA1516_2025 = "http://standards.ieee.org/IEEE1516-2025";
+
+// Base of the three XML readers: the parser set-up, the format test on a document root, and the
+// helpers that read a libxml2 node. Every parse... and process... operation answers 0 to go on
+// or 2 to stop the walk; the walks are virtual so that a dialect, or a host, can replace one
+// section and keep the rest.
+//
+// Construction sets libxml2's process-wide xmlKeepBlanksDefault(0), and the dialect readers'
+// destructors call xmlCleanupParser: neither may overlap XML parsing in another thread.
 class DtXmlFedReader : public DtFedReader {
  public:
+  DtXmlFedReader();
+  ~DtXmlFedReader() override;
+
+  // The walks of a document, in the order of their slots.
+  virtual int processFed(xmlNode* root) = 0;
+  virtual int parseTransportationsList(xmlNode* node) = 0;
+  virtual int processObjects(xmlNode* node) = 0;
+  virtual int processInteractions(xmlNode* node) = 0;
+  virtual int parseObjectTree(xmlNode* node, const DtString& parentName) = 0;
+  virtual int parseAttribute(xmlNode* node, const DtString& className) = 0;
+  virtual int parseAttributeDimensions(xmlNode* node, const DtString& className,
+                                       const DtString& attributeName) = 0;
+  virtual int parseInteractionTree(xmlNode* node, const DtString& parentName) = 0;
+  virtual int parseInteractionDimensions(xmlNode* node, const DtString& className) = 0;
+  virtual int parseDimensionList(xmlNode* node) = 0;
+  virtual int parseDimension(xmlNode* node) = 0;
+  virtual int parseSwitches(xmlNode* node) = 0;
+  virtual int parseParameter(xmlNode* node, const DtString& className) = 0;
+  // Logs a transportations section of the attribute form; no dialect calls it.
+  virtual int parseTransportationTree(xmlNode* node);
+  virtual int parseDataTypeTree(xmlNode* node) = 0;
+  virtual int parseNotesTree(xmlNode* node) = 0;
+  virtual int parseTagsTree(xmlNode* node) = 0;
+  virtual int parseBasicDataTypesTree(xmlNode* node) = 0;
+  virtual int parseSimpleDataTypesTree(xmlNode* node) = 0;
+  virtual int parseArrayDataTypesTree(xmlNode* node) = 0;
+  virtual int parseEnumeratedDataTypesTree(xmlNode* node) = 0;
+  virtual int parseFixedRecordDataTypesTree(xmlNode* node) = 0;
+  virtual int parseVariantRecordDataTypesTree(xmlNode* node) = 0;
+
+  // Node helpers.
+  // Appends "name= value\n" for each attribute of node ("name\n" for one with no value).
+  virtual void appendNodeProperties(xmlNode* node, DtString& text) const;
+  // Appends the node's name, " " and its content, each "*" when missing.
+  virtual void appendNodeContent(xmlNode* node, DtString& text) const;
+  // A text node with no content or with only blanks, tabs and line ends.
+  virtual bool isBlankText(xmlNode* node) const;
+  // The text of node's attribute of this name; "" for an attribute with an empty value, null
+  // when there is no such attribute.
+  virtual const char* propertyByName(xmlNode* node, const xmlChar* name);
+  // value becomes the attribute's text, or "" when there is none; answers whether it exists.
+  virtual bool getPropertyByName(xmlNode* node, const xmlChar* name, DtString& value);
+  // value becomes the content of node's first child when there is one with content, and
+  // answers true; otherwise value keeps what it held and the answer is false.
+  virtual bool getChildrenContent(xmlNode* node, DtString& value) const;
+  virtual DtString childrenContent(xmlNode* node) const;
+  // value becomes the text of the first child element of this name that holds text, or "".
+  virtual bool getChildContentByName(xmlNode* node, const xmlChar* name, DtString& value);
+  // Digits only: false for "", for a sign, a blank or any other character. value gets what a
+  // stream read all the same ("12a" gives 12 and false).
+  virtual bool convertStringToULong(std::string text, unsigned long& value);
+
   // The format of an open XML file, told by its root element; 0 if not recognised or
   // unreadable. The file is left open and rewound.
   static DtFomType fomType(void* file);
   // The format told by a root element: 3 or 4 by the namespace, 2 by the attributes of the
   // root or of its first transportation, else 0.
   static DtFomType fomType(xmlNode* root);
+  // The text of the first child element of this name whose first child is a text node.
+  static const char* childContentByName(xmlNode* node, const xmlChar* name);
   // The first child of node with this name, of whatever node type; null if none.
   static xmlNode* getNodeByName(xmlNode* node, const xmlChar* name);
+
+  // Erases the leading run of c; a text made only of c is left as it is.
+  template <typename String, typename Char>
+  void clipPrefix(String& text, Char c) {
+    size_t run = 0;
+    size_t size = static_cast<size_t>(text.size());
+    while (run < size && text[run] == c) ++run;
+    if (run > 0 && run < size) text.erase(0, run);
+  }
+
+  static const DtString theValueObjectRoot;
+  static const DtString theValuePrivilegeToDelete;
+  static const DtString theValueEnabled;
+
+ protected:
+  // The target of the read. The XML walks go through this one and leave DtFedReader's unused.
+  DtFedTarget* target;
+  // The name of the file being read.
+  DtFilename fileName;
 };
 
 }  // namespace KORRti
