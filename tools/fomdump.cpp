@@ -5,16 +5,20 @@
 // indented tree or as JSON.
 #include <tclap/CmdLine.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
 #include <map>
 #include <memory>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include <ktl/fedReader.h>
 #include <ktl/fedReader13.h>
+#include <ktl/fedReader1516.h>
+#include <ktl/xmlFedReader.h>
 #include <util/notify.h>
 
 namespace {
@@ -24,10 +28,13 @@ using namespace KORRti;
 const char kDescription[] =
     "Reads a federation object model file and prints the routing spaces, the object classes "
     "with their attributes and the interaction classes with their parameters, as the reader "
-    "delivers them. The format is told by the extension and, for XML files, by the content. "
-    "HLA 1.3 FED files (.fed, .omt, .ktl) are read; the IEEE 1516 XML formats are recognised "
-    "but not read yet. Exit status: 0 read, 1 no such file, 2 the file is wrong, 3 a format "
-    "that is not read yet, 64 a wrong command line.";
+    "delivers them; for an IEEE 1516-2000 document also its dimensions, transportations, "
+    "switches, time, tags, synchronization points, data types and notes. The format is told by "
+    "the extension and, for XML files, by the content. HLA 1.3 FED files (.fed, .omt, .ktl) and "
+    "IEEE 1516-2000 documents are read; the IEEE 1516-2010 and 1516-2025 formats are recognised "
+    "but not read yet. A file that is wrong still has what was read before the fault printed. "
+    "Exit status: 0 read, 1 no such file, 2 the file is wrong, 3 a format that is not read yet, "
+    "64 a wrong command line.";
 
 const int kExitRead = 0;
 const int kExitNoFile = 1;
@@ -40,6 +47,7 @@ struct Attribute {
   DtTransportType transport;
   DtOrderType order;
   std::string space;  // empty for none
+  std::vector<std::string> dimensions;
 };
 
 struct ObjectClass {
@@ -55,11 +63,40 @@ struct InteractionClass {
   DtOrderType order;
   std::string space;
   std::vector<std::string> parameters;
+  std::vector<std::string> dimensions;
 };
 
 struct Space {
   std::string name;
   std::vector<std::string> dimensions;
+};
+
+struct Dimension {
+  std::string name;
+  unsigned long upperBound;
+  unsigned long rangeLower;
+  unsigned long rangeUpper;
+  bool excluded;
+  std::string normalization;
+};
+
+struct Switch {
+  std::string name;
+  bool enabled;
+};
+
+// The records of an XML document, kept as the reader handed them over.
+struct DataTypes {
+  std::vector<std::unique_ptr<DtBasicDataRepresentationType>> basic;
+  std::vector<std::unique_ptr<DtSimpleDatatypeType>> simple;
+  std::vector<std::unique_ptr<DtEnumeratedDatatypeType>> enumerated;
+  std::vector<std::unique_ptr<DtArrayDatatypeType>> array;
+  std::vector<std::unique_ptr<DtFixedRecordDatatypeType>> fixedRecord;
+  std::vector<std::unique_ptr<DtVariantRecordDatatypeType>> variantRecord;
+  size_t size() const {
+    return basic.size() + simple.size() + enumerated.size() + array.size() + fixedRecord.size() +
+           variantRecord.size();
+  }
 };
 
 // The target: everything it is told, in order. Names are copied, since the reader's texts die
@@ -69,6 +106,14 @@ class ModelRecorder : public DtFedTarget {
   std::vector<Space> spaces;
   std::vector<ObjectClass> objects;
   std::vector<InteractionClass> interactions;
+  std::vector<Dimension> dimensions;
+  std::vector<std::unique_ptr<DtTransportationType>> transportations;
+  std::vector<Switch> switches;
+  std::vector<std::unique_ptr<DtTimeType>> time;
+  std::vector<std::unique_ptr<DtUserSuppliedTagsType>> tags;
+  std::vector<std::unique_ptr<DtSynchronizationPointsType>> synchronizations;
+  std::vector<std::unique_ptr<DtNotesType>> notes;
+  DataTypes dataTypes;
 
   bool addSpace(const char* name) override {
     spaces.push_back({text(name), {}});
@@ -87,23 +132,86 @@ class ModelRecorder : public DtFedTarget {
   bool addSpaceAttribute(const char* className, const char* name, DtTransportType transport,
                          DtOrderType order, const char* space) override {
     if (ObjectClass* owner = findObject(text(className))) {
-      owner->attributes.push_back({text(name), transport, order, text(space)});
+      owner->attributes.push_back({text(name), transport, order, text(space), {}});
     }
     return true;
   }
   bool addInteractionClass(const char* name, const char* parent, DtTransportType transport,
                            DtOrderType order, const char* space) override {
-    interactions.push_back({text(name), text(parent), transport, order, text(space), {}});
+    interactions.push_back({text(name), text(parent), transport, order, text(space), {}, {}});
     return true;
   }
   bool addParameter(const char* className, const char* name) override {
-    for (auto it = interactions.rbegin(); it != interactions.rend(); ++it) {
-      if (it->name == text(className)) {
-        it->parameters.push_back(text(name));
-        break;
+    if (InteractionClass* owner = findInteraction(text(className))) {
+      owner->parameters.push_back(text(name));
+    }
+    return true;
+  }
+  bool addAttribute(const char* className, const char* name, DtTransportType transport,
+                    DtOrderType order, DtSharingType_enum, DtFomUpdateType_enum, const DtString&,
+                    DtOwnershipType_enum, const DtString&, void*) override {
+    if (ObjectClass* owner = findObject(text(className))) {
+      owner->attributes.push_back({text(name), transport, order, "", {}});
+    }
+    return true;
+  }
+  bool addAttributeDimension(const char* className, const char* attribute,
+                             const char* dimension) override {
+    if (ObjectClass* owner = findObject(text(className))) {
+      for (auto it = owner->attributes.rbegin(); it != owner->attributes.rend(); ++it) {
+        if (it->name == text(attribute)) {
+          it->dimensions.push_back(text(dimension));
+          break;
+        }
       }
     }
     return true;
+  }
+  bool addInteractionDimension(const char* className, const char* dimension) override {
+    if (InteractionClass* owner = findInteraction(text(className))) {
+      owner->dimensions.push_back(text(dimension));
+    }
+    return true;
+  }
+  bool addDimension(const char* name, unsigned long upperBound, unsigned long rangeLower,
+                    unsigned long rangeUpper, bool excluded,
+                    const DtString& normalization) override {
+    dimensions.push_back(
+        {text(name), upperBound, rangeLower, rangeUpper, excluded, normalization.c_str()});
+    return true;
+  }
+  bool setSwitch(const DtString& name, bool value) override {
+    switches.push_back({name.c_str(), value});
+    return DtFedTarget::setSwitch(name, value);
+  }
+
+  // Records are the target's once added.
+  bool addTransportation(DtTransportationType* record) override {
+    return keep(transportations, record);
+  }
+  bool addTime(DtTimeType* record) override { return keep(time, record); }
+  bool addUserSuppliedTag(DtUserSuppliedTagsType* record) override { return keep(tags, record); }
+  bool addSynchronizationPoint(DtSynchronizationPointsType* record) override {
+    return keep(synchronizations, record);
+  }
+  bool addNote(DtNotesType* record) override { return keep(notes, record); }
+  bool addBasicDataRepresentation(DtBasicDataRepresentationType* record) override {
+    return keep(dataTypes.basic, record);
+  }
+  bool addSimpleDatatype(DtSimpleDatatypeType* record) override {
+    return keep(dataTypes.simple, record);
+  }
+  bool addEnumeratedDatatype(DtEnumeratedDatatypeType* record) override {
+    return keep(dataTypes.enumerated, record);
+  }
+  bool addArrayDatatype(DtArrayDatatypeType* record) override {
+    return keep(dataTypes.array, record);
+  }
+  bool addFixedRecordDatatype(DtFixedRecordDatatypeType* record) override {
+    return keep(dataTypes.fixedRecord, record);
+  }
+  bool addVariantRecordDatatype(DtVariantRecordDatatypeType* record) override {
+    return keep(dataTypes.variantRecord, record);
   }
 
  private:
@@ -113,6 +221,17 @@ class ModelRecorder : public DtFedTarget {
       if (it->name == name) return &*it;
     }
     return nullptr;
+  }
+  InteractionClass* findInteraction(const std::string& name) {
+    for (auto it = interactions.rbegin(); it != interactions.rend(); ++it) {
+      if (it->name == name) return &*it;
+    }
+    return nullptr;
+  }
+  template <typename Record>
+  static bool keep(std::vector<std::unique_ptr<Record>>& records, Record* record) {
+    records.emplace_back(record);
+    return true;
   }
 };
 
@@ -170,6 +289,149 @@ std::vector<size_t> treeOrder(const std::vector<Class>& classes) {
   return order;
 }
 
+const char* endianName(int32_t endian) {
+  if (endian == 1) return "Big";
+  if (endian == 2) return "Little";
+  return "none";
+}
+
+const char* capabilityName(int32_t capability) {
+  static const char* const names[] = {"none",    "Register", "Achieve", "RegisterAchieve",
+                                      "NoSynch", "NA"};
+  return capability >= 0 && capability <= 5 ? names[capability] : "none";
+}
+
+// The children of a data type in name order: the records hold them in sets ordered by address,
+// which says nothing, so a stable order is made for printing.
+template <typename Child>
+std::vector<const Child*> byName(const std::set<std::shared_ptr<Child>>& children) {
+  std::vector<const Child*> sorted;
+  for (const auto& child : children) sorted.push_back(child.get());
+  std::stable_sort(sorted.begin(), sorted.end(), [](const Child* a, const Child* b) {
+    return std::string(a->name.c_str()) < std::string(b->name.c_str());
+  });
+  return sorted;
+}
+
+std::string joined(const std::vector<std::string>& names) {
+  std::string out;
+  for (const std::string& name : names) out += (out.empty() ? "" : " ") + name;
+  return out;
+}
+
+// Appends "  key value" when the value is not empty.
+void field(std::ostringstream& out, const char* key, const DtString& value) {
+  if (!value.isEmpty()) out << "  " << key << " " << value.c_str();
+}
+
+// The sections that only the XML documents have, as text, before the classes.
+void printXmlHead(std::ostringstream& out, const ModelRecorder& model) {
+  out << "Dimensions: " << model.dimensions.size() << "\n";
+  for (const Dimension& item : model.dimensions) {
+    out << "  dimension " << item.name << "  upperBound " << item.upperBound << "  range ["
+        << item.rangeLower << ", " << item.rangeUpper << ")";
+    if (item.excluded) out << "  excluded";
+    if (!item.normalization.empty()) out << "  normalization " << item.normalization;
+    out << "\n";
+  }
+  out << "Transportations: " << model.transportations.size() << "\n";
+  for (const auto& item : model.transportations) {
+    out << "  transportation " << item->name.c_str() << "  "
+        << (item->reliable ? "reliable" : "best_effort") << "\n";
+  }
+  out << "Switches: " << model.switches.size() << "\n";
+  for (const Switch& item : model.switches) {
+    out << "  switch " << item.name << "  " << (item.enabled ? "Enabled" : "Disabled") << "\n";
+  }
+  out << "Time: " << model.time.size() << "\n";
+  for (const auto& item : model.time) {
+    out << "  " << item->name.c_str();
+    field(out, "dataType", item->dataType);
+    out << "\n";
+  }
+  out << "Tags: " << model.tags.size() << "\n";
+  for (const auto& item : model.tags) {
+    out << "  " << item->name.c_str();
+    field(out, "dataType", item->dataType);
+    out << "\n";
+  }
+  out << "Synchronization points: " << model.synchronizations.size() << "\n";
+  for (const auto& item : model.synchronizations) {
+    out << "  " << item->label.c_str() << "  capability " << capabilityName(item->capability);
+    field(out, "dataType", item->dataType);
+    out << "\n";
+  }
+}
+
+// The data types and notes of an XML document, as text, after the classes.
+void printXmlTail(std::ostringstream& out, const ModelRecorder& model) {
+  const DataTypes& types = model.dataTypes;
+  out << "Data types: " << types.size() << "\n";
+  out << "  basic: " << types.basic.size() << "\n";
+  for (const auto& item : types.basic) {
+    out << "    " << item->name.c_str() << "  size " << item->size << "  endian "
+        << endianName(item->endian);
+    field(out, "encoding", item->encoding);
+    out << "\n";
+  }
+  out << "  simple: " << types.simple.size() << "\n";
+  for (const auto& item : types.simple) {
+    out << "    " << item->name.c_str();
+    field(out, "representation", item->representation);
+    field(out, "units", item->units);
+    out << "\n";
+  }
+  out << "  enumerated: " << types.enumerated.size() << "\n";
+  for (const auto& item : types.enumerated) {
+    out << "    " << item->name.c_str();
+    field(out, "representation", item->representation);
+    out << "\n";
+    for (const DtEnumeratorType* enumerator : byName(item->enumerators)) {
+      out << "      enumerator " << enumerator->name.c_str() << " = " << enumerator->values.c_str()
+          << "\n";
+    }
+  }
+  out << "  array: " << types.array.size() << "\n";
+  for (const auto& item : types.array) {
+    out << "    " << item->name.c_str();
+    field(out, "dataType", item->dataType);
+    field(out, "cardinality", item->cardinality);
+    field(out, "encoding", item->encoding);
+    out << "\n";
+  }
+  out << "  fixedRecord: " << types.fixedRecord.size() << "\n";
+  for (const auto& item : types.fixedRecord) {
+    out << "    " << item->name.c_str();
+    field(out, "encoding", item->encoding);
+    out << "\n";
+    for (const DtFieldType* member : byName(item->fields)) {
+      out << "      field " << member->name.c_str();
+      field(out, "dataType", member->dataType);
+      out << "\n";
+    }
+  }
+  out << "  variantRecord: " << types.variantRecord.size() << "\n";
+  for (const auto& item : types.variantRecord) {
+    out << "    " << item->name.c_str();
+    field(out, "discriminant", item->discriminant);
+    field(out, "dataType", item->dataType);
+    field(out, "encoding", item->encoding);
+    out << "\n";
+    for (const DtAlternativeType* alternative : byName(item->alternatives)) {
+      out << "      alternative " << alternative->name.c_str();
+      field(out, "enumerator", alternative->enumerator);
+      field(out, "dataType", alternative->dataType);
+      out << "\n";
+    }
+  }
+  out << "Notes: " << model.notes.size() << "\n";
+  for (const auto& item : model.notes) {
+    out << "  note " << item->label.c_str();
+    field(out, "semantics", item->semantics);
+    out << "\n";
+  }
+}
+
 void printText(const std::string& fileName, DtFomType type, const ModelRecorder& model) {
   std::ostringstream out;
   out << "FOM file: " << fileName << "\n";
@@ -180,6 +442,8 @@ void printText(const std::string& fileName, DtFomType type, const ModelRecorder&
     for (const std::string& dimension : space.dimensions)
       out << "    dimension " << dimension << "\n";
   }
+  const bool xml = type != DtFomType13;
+  if (xml) printXmlHead(out, model);
   out << "Object classes: " << model.objects.size() << "\n";
   std::vector<int> objectDepths = depths(model.objects);
   for (size_t i : treeOrder(model.objects)) {
@@ -190,6 +454,7 @@ void printText(const std::string& fileName, DtFomType type, const ModelRecorder&
       out << indent << "  attribute " << attribute.name << "  transport "
           << transportName(attribute.transport) << "  order " << orderName(attribute.order);
       if (!attribute.space.empty()) out << "  space " << attribute.space;
+      if (!attribute.dimensions.empty()) out << "  dimensions " << joined(attribute.dimensions);
       out << "\n";
     }
   }
@@ -201,11 +466,13 @@ void printText(const std::string& fileName, DtFomType type, const ModelRecorder&
     out << indent << "class " << item.name << "  transport " << transportName(item.transport)
         << "  order " << orderName(item.order);
     if (!item.space.empty()) out << "  space " << item.space;
+    if (!item.dimensions.empty()) out << "  dimensions " << joined(item.dimensions);
     out << "\n";
     for (const std::string& parameter : item.parameters) {
       out << indent << "  parameter " << parameter << "\n";
     }
   }
+  if (xml) printXmlTail(out, model);
   std::fputs(out.str().c_str(), stdout);
 }
 
@@ -245,7 +512,141 @@ std::string jsonOrNull(const std::string& text) {
   return text.empty() ? "null" : json(text);
 }
 
+std::string jsonList(const std::vector<std::string>& names) {
+  std::string out = "[";
+  for (size_t i = 0; i < names.size(); ++i) out += (i ? ", " : "") + json(names[i]);
+  return out + "]";
+}
+
+std::string json(const char* text) {
+  return json(std::string(text ? text : ""));
+}
+
+std::string json(const DtString& text) {
+  return json(text.c_str());
+}
+
+// Writes "key": [ entries ] at the given indentation, one entry a line, each made by entry.
+template <typename Items, typename Entry>
+void jsonArray(std::ostringstream& out, const char* key, const Items& items, const char* indent,
+               Entry entry) {
+  out << indent << json(std::string(key)) << ": [";
+  bool first = true;
+  for (const auto& item : items) {
+    out << (first ? "\n" : ",\n") << indent << "  {";
+    entry(item);
+    out << "}";
+    first = false;
+  }
+  out << (first ? "]" : std::string("\n") + indent + "]");
+}
+
+// The sections that only the XML documents have, as members of the top object.
+void printXmlJson(std::ostringstream& out, const ModelRecorder& model) {
+  out << ",\n";
+  jsonArray(out, "dimensions", model.dimensions, "  ", [&](const Dimension& item) {
+    out << "\"name\": " << json(item.name) << ", \"upperBound\": " << item.upperBound
+        << ", \"rangeLower\": " << item.rangeLower << ", \"rangeUpper\": " << item.rangeUpper
+        << ", \"excluded\": " << (item.excluded ? "true" : "false")
+        << ", \"normalization\": " << json(item.normalization);
+  });
+  out << ",\n";
+  jsonArray(out, "transportations", model.transportations, "  ", [&](const auto& item) {
+    out << "\"name\": " << json(item->name)
+        << ", \"reliable\": " << (item->reliable ? "true" : "false")
+        << ", \"semantics\": " << json(item->semantics);
+  });
+  out << ",\n";
+  jsonArray(out, "switches", model.switches, "  ", [&](const Switch& item) {
+    out << "\"name\": " << json(item.name)
+        << ", \"enabled\": " << (item.enabled ? "true" : "false");
+  });
+  out << ",\n";
+  jsonArray(out, "time", model.time, "  ", [&](const auto& item) {
+    out << "\"name\": " << json(item->name) << ", \"dataType\": " << json(item->dataType)
+        << ", \"semantics\": " << json(item->semantics);
+  });
+  out << ",\n";
+  jsonArray(out, "tags", model.tags, "  ", [&](const auto& item) {
+    out << "\"name\": " << json(item->name) << ", \"dataType\": " << json(item->dataType)
+        << ", \"semantics\": " << json(item->semantics);
+  });
+  out << ",\n";
+  jsonArray(out, "synchronizations", model.synchronizations, "  ", [&](const auto& item) {
+    out << "\"name\": " << json(item->label)
+        << ", \"capability\": " << json(std::string(capabilityName(item->capability)))
+        << ", \"dataType\": " << json(item->dataType)
+        << ", \"semantics\": " << json(item->semantics);
+  });
+  out << ",\n  \"dataTypes\": {\n";
+  const DataTypes& types = model.dataTypes;
+  jsonArray(out, "basic", types.basic, "    ", [&](const auto& item) {
+    out << "\"name\": " << json(item->name) << ", \"size\": " << item->size
+        << ", \"endian\": " << json(std::string(endianName(item->endian)))
+        << ", \"interpretation\": " << json(item->interpretation)
+        << ", \"encoding\": " << json(item->encoding);
+  });
+  out << ",\n";
+  jsonArray(out, "simple", types.simple, "    ", [&](const auto& item) {
+    out << "\"name\": " << json(item->name)
+        << ", \"representation\": " << json(item->representation)
+        << ", \"units\": " << json(item->units) << ", \"resolution\": " << json(item->resolution)
+        << ", \"accuracy\": " << json(item->accuracy)
+        << ", \"semantics\": " << json(item->semantics);
+  });
+  out << ",\n";
+  jsonArray(out, "enumerated", types.enumerated, "    ", [&](const auto& item) {
+    out << "\"name\": " << json(item->name)
+        << ", \"representation\": " << json(item->representation) << ", \"enumerators\": [";
+    bool first = true;
+    for (const DtEnumeratorType* enumerator : byName(item->enumerators)) {
+      out << (first ? "" : ", ") << "{\"name\": " << json(enumerator->name)
+          << ", \"values\": " << json(enumerator->values) << "}";
+      first = false;
+    }
+    out << "], \"semantics\": " << json(item->semantics);
+  });
+  out << ",\n";
+  jsonArray(out, "array", types.array, "    ", [&](const auto& item) {
+    out << "\"name\": " << json(item->name) << ", \"dataType\": " << json(item->dataType)
+        << ", \"cardinality\": " << json(item->cardinality)
+        << ", \"encoding\": " << json(item->encoding)
+        << ", \"semantics\": " << json(item->semantics);
+  });
+  out << ",\n";
+  jsonArray(out, "fixedRecord", types.fixedRecord, "    ", [&](const auto& item) {
+    out << "\"name\": " << json(item->name) << ", \"encoding\": " << json(item->encoding)
+        << ", \"fields\": [";
+    bool first = true;
+    for (const DtFieldType* member : byName(item->fields)) {
+      out << (first ? "" : ", ") << "{\"name\": " << json(member->name)
+          << ", \"dataType\": " << json(member->dataType) << "}";
+      first = false;
+    }
+    out << "], \"semantics\": " << json(item->semantics);
+  });
+  out << ",\n";
+  jsonArray(out, "variantRecord", types.variantRecord, "    ", [&](const auto& item) {
+    out << "\"name\": " << json(item->name) << ", \"discriminant\": " << json(item->discriminant)
+        << ", \"dataType\": " << json(item->dataType) << ", \"encoding\": " << json(item->encoding)
+        << ", \"alternatives\": [";
+    bool first = true;
+    for (const DtAlternativeType* alternative : byName(item->alternatives)) {
+      out << (first ? "" : ", ") << "{\"name\": " << json(alternative->name)
+          << ", \"enumerator\": " << json(alternative->enumerator)
+          << ", \"dataType\": " << json(alternative->dataType) << "}";
+      first = false;
+    }
+    out << "], \"semantics\": " << json(item->semantics);
+  });
+  out << "\n  },\n";
+  jsonArray(out, "notes", model.notes, "  ", [&](const auto& item) {
+    out << "\"name\": " << json(item->label) << ", \"semantics\": " << json(item->semantics);
+  });
+}
+
 void printJson(const std::string& fileName, DtFomType type, const ModelRecorder& model) {
+  const bool xml = type != DtFomType13;
   std::ostringstream out;
   out << "{\n  \"file\": " << json(fileName) << ",\n  \"format\": " << json(DtFomTypeName(type))
       << ",\n  \"spaces\": [";
@@ -267,7 +668,9 @@ void printJson(const std::string& fileName, DtFomType type, const ModelRecorder&
       out << (a ? ", " : "") << "{\"name\": " << json(attribute.name)
           << ", \"transport\": " << json(transportName(attribute.transport))
           << ", \"order\": " << json(orderName(attribute.order))
-          << ", \"space\": " << jsonOrNull(attribute.space) << "}";
+          << ", \"space\": " << jsonOrNull(attribute.space);
+      if (xml) out << ", \"dimensions\": " << jsonList(attribute.dimensions);
+      out << "}";
     }
     out << "]}";
   }
@@ -278,13 +681,17 @@ void printJson(const std::string& fileName, DtFomType type, const ModelRecorder&
         << ", \"parent\": " << jsonOrNull(item.parent)
         << ", \"transport\": " << json(transportName(item.transport))
         << ", \"order\": " << json(orderName(item.order))
-        << ", \"space\": " << jsonOrNull(item.space) << ", \"parameters\": [";
+        << ", \"space\": " << jsonOrNull(item.space);
+    if (xml) out << ", \"dimensions\": " << jsonList(item.dimensions);
+    out << ", \"parameters\": [";
     for (size_t p = 0; p < item.parameters.size(); ++p) {
       out << (p ? ", " : "") << json(item.parameters[p]);
     }
     out << "]}";
   }
-  out << (model.interactions.empty() ? "]" : "\n  ]") << "\n}\n";
+  out << (model.interactions.empty() ? "]" : "\n  ]");
+  if (xml) printXmlJson(out, model);
+  out << "\n}\n";
   std::fputs(out.str().c_str(), stdout);
 }
 
@@ -330,31 +737,37 @@ int run(int argc, char** argv) {
     std::fprintf(stderr, "fomdump: cannot open FOM file: %s\n", fileName.c_str());
     return kExitNoFile;
   }
-  if (type != DtFomType13) {
+  std::unique_ptr<DtFedReader> reader;
+  if (type == DtFomType13) {
+    reader.reset(new DtFedReader13());
+  } else if (type == DtFomType1516) {
+    reader.reset(new DtFedReader1516());
+  } else {
     std::fprintf(stderr,
                  "fomdump: %s: %s format, which this version cannot read yet; only HLA 1.3 "
-                 "FED files are read\n",
+                 "FED files and IEEE 1516-2000 documents are read\n",
                  fileName.c_str(), formatDescription(type));
     return kExitNotRead;
   }
 
-  DtFedReader13 reader;
   ModelRecorder model;
-  int result = reader.readFed(fileName.c_str(), &model, 0, false, false);
-  if (result == 1) {
+  int result = reader->readFed(fileName.c_str(), &model, 0, false, false);
+  if (result == DtFedNoFile) {
     std::fprintf(stderr, "fomdump: cannot open FOM file: %s\n", fileName.c_str());
     return kExitNoFile;
   }
-  if (result != 0) {
-    const char* why = reader.lastError().isEmpty() ? "the file does not have the form of a FED file"
-                                                   : reader.lastError().c_str();
-    std::fprintf(stderr, "fomdump: %s: %s\n", fileName.c_str(), why);
-    return kExitWrongFile;
-  }
+  // What was delivered before a fault stays delivered, and is shown before the reason.
   if (asJson) {
     printJson(fileName, type, model);
   } else {
     printText(fileName, type, model);
+  }
+  if (result != DtFedOk) {
+    const char* why = reader->lastError().isEmpty()
+                          ? "the file does not have the form of a FED file"
+                          : reader->lastError().c_str();
+    std::fprintf(stderr, "fomdump: %s: %s\n", fileName.c_str(), why);
+    return kExitWrongFile;
   }
   return kExitRead;
 }
