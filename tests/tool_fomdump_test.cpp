@@ -2,6 +2,7 @@
 // with -v, the formats it doesn't read yet, and its messages and exit statuses on bad input.
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <string>
 #include <vector>
 
@@ -111,7 +112,7 @@ TEST(ToolFomdump, ReadsTheLargestCorpusFile) {
             std::string::npos);
 }
 
-TEST(ToolFomdump, XmlFormatsAreNotReadYet) {
+TEST(ToolFomdump, LaterXmlFormatsAreNotReadYet) {
   std::string evolved = ktltest::writeTempFile(
       "<objectModel xmlns=\"http://standards.ieee.org/IEEE1516-2010\"/>", ".xml");
   ktltest::Outcome outcome = fomdump({evolved});
@@ -119,11 +120,8 @@ TEST(ToolFomdump, XmlFormatsAreNotReadYet) {
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, "fomdump: " + evolved +
                              ": IEEE 1516-2010 (HLA Evolved) XML format, which this version "
-                             "cannot read yet; only HLA 1.3 FED files are read\n");
-  std::string old = ktltest::writeTempFile("<objectModel DTDversion=\"1516.2\"/>", ".xml");
-  outcome = fomdump({old});
-  EXPECT_EQ(outcome.status, 3);
-  EXPECT_NE(outcome.err.find(": IEEE 1516-2000 XML format, which"), std::string::npos);
+                             "cannot read yet; only HLA 1.3 FED files and IEEE 1516-2000 "
+                             "documents are read\n");
   std::string other = ktltest::writeTempFile("whatever", ".txt");
   outcome = fomdump({other});
   EXPECT_EQ(outcome.status, 3);
@@ -132,7 +130,8 @@ TEST(ToolFomdump, XmlFormatsAreNotReadYet) {
                              "fomdump: " +
                              other +
                              ": IEEE 1516-2025 (HLA 4) XML format, which this version cannot "
-                             "read yet; only HLA 1.3 FED files are read\n");
+                             "read yet; only HLA 1.3 FED files and IEEE 1516-2000 documents are "
+                             "read\n");
 }
 
 TEST(ToolFomdump, MissingFile) {
@@ -149,7 +148,10 @@ TEST(ToolFomdump, WrongFileSaysWhy) {
       ".fed");
   ktltest::Outcome outcome = fomdump({path});
   EXPECT_EQ(outcome.status, 2);
-  EXPECT_EQ(outcome.out, "");
+  // What was read before the fault is printed before the reason.
+  EXPECT_EQ(outcome.out, "FOM file: " + path +
+                             "\nFormat: 1.3\nRouting spaces: 0\nObject classes: 1\n"
+                             "  class ObjectRoot\nInteraction classes: 0\n");
   EXPECT_EQ(outcome.err, "fomdump: " + path + ": Invalid OrderType for Attribute: a\n");
 }
 
@@ -159,6 +161,269 @@ TEST(ToolFomdump, SilentFailureStillGetsAMessage) {
   EXPECT_EQ(outcome.err, "fomdump: " + theCorpus +
                              "/openrti_fdd-1.fed: the file does not have the form of a FED "
                              "file\n");
+}
+
+const std::string the1516Corpus = std::string(KTL_TEST_DATA_DIR) + "/fom/ieee1516-2000";
+
+const char* const theSmall1516 =
+    "<?xml version=\"1.0\"?>\n"
+    "<objectModel DTDversion=\"1516.2\" name=\"Small\">\n"
+    "  <objects>\n"
+    "    <objectClass name=\"HLAobjectRoot\">\n"
+    "      <objectClass name=\"Ship\">\n"
+    "        <attribute name=\"pos\" transportation=\"HLAbestEffort\" order=\"Receive\"\n"
+    "                   dimensions=\"Zone\"/>\n"
+    "      </objectClass>\n"
+    "    </objectClass>\n"
+    "  </objects>\n"
+    "  <interactions>\n"
+    "    <interactionClass name=\"HLAinteractionRoot\" transportation=\"HLAreliable\"\n"
+    "                      order=\"TimeStamp\" dimensions=\"NA\">\n"
+    "      <interactionClass name=\"Hail\" transportation=\"HLAreliable\" order=\"Receive\"\n"
+    "                        dimensions=\"Zone\">\n"
+    "        <parameter name=\"text\"/>\n"
+    "      </interactionClass>\n"
+    "    </interactionClass>\n"
+    "  </interactions>\n"
+    "  <dimensions>\n"
+    "    <dimension name=\"Zone\" upperBound=\"10\" value=\"[2..7)\" normalization=\"linear\"/>\n"
+    "  </dimensions>\n"
+    "  <time><timeStamp dataType=\"HLAfloat64BE\"/></time>\n"
+    "  <tags><sendReceiveTag dataType=\"HLAopaqueData\"/></tags>\n"
+    "  <synchronizations>\n"
+    "    <synchronization label=\"Ready\" capability=\"RegisterAchieve\"/>\n"
+    "  </synchronizations>\n"
+    "  <transportations>\n"
+    "    <transportation name=\"HLAreliable\" description=\"TCP\"/>\n"
+    "  </transportations>\n"
+    "  <switches autoProvide=\"Enabled\"/>\n"
+    "  <dataTypes>\n"
+    "    <basicDataRepresentations>\n"
+    "      <basicData name=\"Octet\" size=\"8\" endian=\"Big\" encoding=\"8 bits\"/>\n"
+    "    </basicDataRepresentations>\n"
+    "    <simpleDataTypes><simpleData name=\"Knots\" representation=\"Octet\" units=\"kn\"/>\n"
+    "    </simpleDataTypes>\n"
+    "    <enumeratedDataTypes>\n"
+    "      <enumeratedData name=\"Flag\" representation=\"Octet\">\n"
+    "        <enumerator name=\"Up\" values=\"1\"/><enumerator name=\"Down\" values=\"0\"/>\n"
+    "      </enumeratedData>\n"
+    "    </enumeratedDataTypes>\n"
+    "    <arrayDataTypes>\n"
+    "      <arrayData name=\"Name\" dataType=\"Octet\" cardinality=\"Dynamic\"/>\n"
+    "    </arrayDataTypes>\n"
+    "    <fixedRecordDataTypes>\n"
+    "      <fixedRecordData name=\"Fix\"><field name=\"b\" dataType=\"Octet\"/>\n"
+    "        <field name=\"a\" dataType=\"Knots\"/></fixedRecordData>\n"
+    "    </fixedRecordDataTypes>\n"
+    "    <variantRecordDataTypes>\n"
+    "      <variantRecordData name=\"Var\" discriminant=\"f\" dataType=\"Flag\">\n"
+    "        <alternative enumerator=\"Up\" name=\"u\" dataType=\"Octet\"/>\n"
+    "      </variantRecordData>\n"
+    "    </variantRecordDataTypes>\n"
+    "  </dataTypes>\n"
+    "  <notes><note name=\"n1\" semantics=\"A note\"/></notes>\n"
+    "</objectModel>\n";
+
+TEST(ToolFomdump, Prints1516DocumentAsText) {
+  std::string path = ktltest::writeTempFile(theSmall1516, ".xml");
+  ktltest::Outcome outcome = fomdump({path});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_EQ(outcome.out,
+            "FOM file: " + path +
+                "\n"
+                "Format: 1516\n"
+                "Routing spaces: 0\n"
+                "Dimensions: 1\n"
+                "  dimension Zone  upperBound 10  range [2, 7)  normalization linear\n"
+                "Transportations: 1\n"
+                "  transportation HLAreliable  reliable\n"
+                "Switches: 1\n"
+                "  switch autoProvide  Enabled\n"
+                "Time: 1\n"
+                "  timeStamp  dataType HLAfloat64BE\n"
+                "Tags: 1\n"
+                "  sendReceiveTag  dataType HLAopaqueData\n"
+                "Synchronization points: 1\n"
+                "  Ready  capability RegisterAchieve\n"
+                "Object classes: 2\n"
+                "  class HLAobjectRoot\n"
+                "    class HLAobjectRoot.Ship\n"
+                "      attribute pos  transport best_effort  order receive  dimensions Zone\n"
+                "Interaction classes: 2\n"
+                "  class HLAinteractionRoot  transport reliable  order timestamp\n"
+                "    class HLAinteractionRoot.Hail  transport reliable  order receive  "
+                "dimensions Zone\n"
+                "      parameter text\n"
+                "Data types: 6\n"
+                "  basic: 1\n"
+                "    Octet  size 8  endian Big  encoding 8 bits\n"
+                "  simple: 1\n"
+                "    Knots  representation Octet  units kn\n"
+                "  enumerated: 1\n"
+                "    Flag  representation Octet\n"
+                "      enumerator Down = 0\n"
+                "      enumerator Up = 1\n"
+                "  array: 1\n"
+                "    Name  dataType Octet  cardinality Dynamic\n"
+                "  fixedRecord: 1\n"
+                "    Fix\n"
+                "      field a  dataType Knots\n"
+                "      field b  dataType Octet\n"
+                "  variantRecord: 1\n"
+                "    Var  discriminant f  dataType Flag\n"
+                "      alternative u  enumerator Up  dataType Octet\n"
+                "Notes: 1\n"
+                "  note n1  semantics A note\n");
+}
+
+// A strict reader of JSON text: true when the whole text is one JSON value.
+class JsonChecker {
+ public:
+  explicit JsonChecker(const std::string& text) : text_(text) {}
+  bool valid() {
+    at_ = 0;
+    return value() && (blanks(), at_ == text_.size());
+  }
+
+ private:
+  void blanks() {
+    while (at_ < text_.size() && std::string(" \t\n\r").find(text_[at_]) != std::string::npos) {
+      ++at_;
+    }
+  }
+  bool literal(const char* word) {
+    std::string w(word);
+    if (text_.compare(at_, w.size(), w) != 0) return false;
+    at_ += w.size();
+    return true;
+  }
+  bool string() {
+    if (text_[at_] != '"') return false;
+    for (++at_; at_ < text_.size(); ++at_) {
+      unsigned char c = static_cast<unsigned char>(text_[at_]);
+      if (c == '"') return ++at_, true;
+      if (c < 0x20) return false;
+      if (c == '\\') {
+        ++at_;
+        if (at_ >= text_.size()) return false;
+        if (text_[at_] == 'u') {
+          for (int i = 0; i < 4; ++i) {
+            if (++at_ >= text_.size() || !std::isxdigit(static_cast<unsigned char>(text_[at_])))
+              return false;
+          }
+        } else if (std::string("\"\\/bfnrt").find(text_[at_]) == std::string::npos) {
+          return false;
+        }
+      }
+    }
+    return false;
+  }
+  bool number() {
+    size_t start = at_;
+    if (text_[at_] == '-') ++at_;
+    while (at_ < text_.size() && std::isdigit(static_cast<unsigned char>(text_[at_]))) ++at_;
+    return at_ > start;
+  }
+  template <typename Element>
+  bool sequence(char close, Element element) {
+    ++at_;
+    blanks();
+    if (at_ < text_.size() && text_[at_] == close) return ++at_, true;
+    for (;;) {
+      if (!element()) return false;
+      blanks();
+      if (at_ >= text_.size()) return false;
+      if (text_[at_] == close) return ++at_, true;
+      if (text_[at_] != ',') return false;
+      ++at_;
+    }
+  }
+  bool value() {
+    blanks();
+    if (at_ >= text_.size()) return false;
+    switch (text_[at_]) {
+      case '{':
+        return sequence('}', [&] {
+          blanks();
+          if (at_ >= text_.size() || !string()) return false;
+          blanks();
+          if (at_ >= text_.size() || text_[at_] != ':') return false;
+          ++at_;
+          return value();
+        });
+      case '[':
+        return sequence(']', [&] { return value(); });
+      case '"':
+        return string();
+      case 't':
+        return literal("true");
+      case 'f':
+        return literal("false");
+      case 'n':
+        return literal("null");
+      default:
+        return number();
+    }
+  }
+  const std::string& text_;
+  size_t at_ = 0;
+};
+
+TEST(ToolFomdump, JsonCheckerTellsValidFromInvalid) {
+  EXPECT_TRUE(JsonChecker("{\"a\": [1, -2, \"x\\n\\u00e9\", true, null, {}]}").valid());
+  EXPECT_FALSE(JsonChecker("{\"a\": [1, 2,]}").valid());
+  EXPECT_FALSE(JsonChecker("{\"a\" 1}").valid());
+  EXPECT_FALSE(JsonChecker("\"tab\there\"").valid());
+  EXPECT_FALSE(JsonChecker("{} {}").valid());
+}
+
+TEST(ToolFomdump, RprFom1516AsValidJson) {
+  ktltest::Outcome outcome = fomdump({"--json", the1516Corpus + "/RPR_FOM_v2.0_1516-2000.xml"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(JsonChecker(outcome.out).valid());
+  for (const char* key : {"\"objectClasses\": [", "\"interactionClasses\": [", "\"dimensions\": [",
+                          "\"transportations\": [", "\"switches\": [", "\"time\": [", "\"tags\": [",
+                          "\"synchronizations\": []", "\"notes\": [", "\"dataTypes\": {",
+                          "\"basic\": [", "\"simple\": [", "\"enumerated\": [", "\"array\": [",
+                          "\"fixedRecord\": [", "\"variantRecord\": ["}) {
+    EXPECT_NE(outcome.out.find(key), std::string::npos) << key;
+  }
+  EXPECT_NE(outcome.out.find("{\"name\": \"HLAobjectRoot.BaseEntity.PhysicalEntity\", \"parent\": "
+                             "\"HLAobjectRoot.BaseEntity\", \"attributes\": [{\"name\": "
+                             "\"AcousticSignatureIndex\""),
+            std::string::npos);
+  std::string small = ktltest::writeTempFile(theSmall1516, ".xml");
+  outcome = fomdump({"--json", small});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(JsonChecker(outcome.out).valid());
+  EXPECT_NE(outcome.out.find("\"enumerators\": [{\"name\": \"Down\", \"values\": \"0\"}, "
+                             "{\"name\": \"Up\", \"values\": \"1\"}]"),
+            std::string::npos);
+}
+
+TEST(ToolFomdump, RprFom1516PrintsTheWholeModel) {
+  ktltest::Outcome outcome = fomdump({the1516Corpus + "/RPR_FOM_v2.0_1516-2000.xml"});
+  EXPECT_EQ(outcome.status, 0);
+  for (const char* line :
+       {"Format: 1516\n", "Object classes: 67\n", "Interaction classes: 154\n", "Data types: 333\n",
+        "  basic: 17\n", "  simple: 49\n", "  enumerated: 101\n", "  array: 73\n",
+        "  fixedRecord: 84\n", "  variantRecord: 9\n", "Dimensions: 2\n", "Transportations: 2\n",
+        "Switches: 7\n", "Time: 2\n", "Tags: 7\n"}) {
+    EXPECT_NE(outcome.out.find(line), std::string::npos) << line;
+  }
+}
+
+TEST(ToolFomdump, Failed1516ReadPrintsWhatCameBeforeTheFault) {
+  std::string path = ktltest::writeTempFile(
+      "<objectModel DTDversion=\"1516.2\"><objects><objectClass name=\"HLAobjectRoot\">"
+      "<attribute transportation=\"HLAreliable\"/></objectClass></objects></objectModel>",
+      ".xml");
+  ktltest::Outcome outcome = fomdump({path});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_NE(outcome.out.find("Object classes: 1\n  class HLAobjectRoot\n"), std::string::npos);
+  EXPECT_EQ(outcome.err,
+            "fomdump: " + path + ": Attribute of HLAobjectRoot has no name in FDD file.\n");
 }
 
 TEST(ToolFomdump, CommandLineErrors) {
