@@ -1,5 +1,7 @@
 #include <ktl/fedReader1516.h>
 
+#include <sys/stat.h>
+
 #include <climits>
 #include <cstring>
 #include <memory>
@@ -7,6 +9,7 @@
 
 #include <libxml/parser.h>
 #include <libxml/tree.h>
+#include <libxml/uri.h>
 #include <libxml/valid.h>
 #include <libxml/xmlIO.h>
 #include <libxml/xmlmemory.h>
@@ -58,9 +61,10 @@ using DocHolder = std::unique_ptr<xmlDoc, DocFree>;
 using DtdHolder = std::unique_ptr<xmlDtd, DtdFree>;
 using ValidCtxtHolder = std::unique_ptr<xmlValidCtxt, ValidCtxtFree>;
 
-// A read fetches nothing over the network, whatever DTD or entity a document names: while this
-// lives, libxml2 loads external resources only from local files. The loader is process-wide,
-// like the rest of libxml2's set-up, and is put back as it was.
+// A read fetches nothing over the network, whatever DTD or entity a document names, and reads
+// no device or pipe, which might never end: while this lives, libxml2 loads external resources
+// only from local regular files. The loader is process-wide, like the rest of libxml2's set-up,
+// and is put back as it was.
 class LocalLoadsOnly {
  public:
   LocalLoadsOnly() : saved_(xmlGetExternalEntityLoader()) {
@@ -70,17 +74,33 @@ class LocalLoadsOnly {
   LocalLoadsOnly(const LocalLoadsOnly&) = delete;
   LocalLoadsOnly& operator=(const LocalLoadsOnly&) = delete;
 
-  // A URL with a scheme other than "file" names a network resource.
-  static bool isRemote(const char* url) {
-    if (!url) return false;
-    const char* scheme = std::strstr(url, "://");
-    if (!scheme) return false;
-    return !(scheme - url == 4 && xmlStrncasecmp(text(url), text("file"), 4) == 0);
+  // A path, or a "file:" URL, that names a regular file on this machine.
+  static bool isLocalFile(const char* url) {
+    if (!url || !*url) return false;
+    std::string path(url);
+    for (const char* prefix : {"file://localhost", "file://"}) {
+      if (path.compare(0, std::strlen(prefix), prefix) == 0) {
+        path.erase(0, std::strlen(prefix));
+        break;
+      }
+    }
+    if (path.find("://") != std::string::npos) return false;
+    if (isRegular(path.c_str())) return true;
+    // libxml2 may have escaped the path as a URI ("%20" for a blank).
+    std::unique_ptr<char, XmlFree> unescaped(xmlURIUnescapeString(path.c_str(), 0, nullptr));
+    return unescaped && isRegular(unescaped.get());
   }
 
  private:
+  struct XmlFree {
+    void operator()(char* text) const { xmlFree(text); }
+  };
+  static bool isRegular(const char* path) {
+    struct stat info;
+    return ::stat(path, &info) == 0 && S_ISREG(info.st_mode);
+  }
   static xmlParserInputPtr localOnly(const char* url, const char* id, xmlParserCtxtPtr context) {
-    if (isRemote(url)) return nullptr;
+    if (!isLocalFile(url)) return nullptr;
     return xmlNoNetExternalEntityLoader(url, id, context);
   }
   xmlExternalEntityLoader saved_;
@@ -555,7 +575,7 @@ int DtFedReader1516::readFedFilePtr(FILE* file, DtFedTarget* target, DtFilename 
 
 bool DtFedReader1516::dtdValidate(xmlDoc* doc, const char* dtdFile) {
   if (!doc || !dtdFile) return false;
-  if (LocalLoadsOnly::isRemote(dtdFile)) return false;
+  if (!LocalLoadsOnly::isLocalFile(dtdFile)) return false;
   LocalLoadsOnly localLoads;
   DtdHolder dtd(xmlParseDTD(nullptr, text(dtdFile)));
   if (!dtd) return false;
