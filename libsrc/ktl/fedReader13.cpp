@@ -1,6 +1,7 @@
 #include <ktl/fedReader13.h>
 
 #include <cstring>
+#include <memory>
 #include <new>
 
 #include <ktl/atom.h>
@@ -147,28 +148,28 @@ int checkObjClass(const DtlObjPtr& form, const char*& name, DtString& error) {
   return 0;
 }
 
-int checkAttribute(const DtlObjPtr& form, const char*& name, const char*& transportText,
-                   const char*& orderText, DtTransportType& transport, DtOrderType& order,
-                   const char*& space, DtString& error) {
+int checkAttribute(const DtlObjPtr& form, Member& attribute, DtString& error) {
   int count = length(form);
   if (count != 4 && count != 5) return 2;
   if (!beginsWith(form, "attribute")) return fail(error, "Symbol \"attribute\" expected");
-  name = atomText(element(form, 1));
-  if (!name) return fail(error, "A string must follow attribute");
-  transportText = atomText(element(form, 2));
-  orderText = atomText(element(form, 3));
-  transport = transportOf(transportText);
-  if (transport == DtTransportInvalid) {
-    DtWarn << "Invalid TransportType for Attribute: " << name;
+  attribute.name = atomText(element(form, 1));
+  if (!attribute.name) return fail(error, "A string must follow attribute");
+  attribute.transportText = atomText(element(form, 2));
+  attribute.orderText = atomText(element(form, 3));
+  attribute.transport = transportOf(attribute.transportText);
+  if (attribute.transport == DtTransportInvalid) {
+    DtWarn << "Invalid TransportType for Attribute: " << attribute.name;
   }
-  order = orderOf(orderText);
-  if (order == DtOrderInvalid) return failWith(error, "Invalid OrderType for Attribute: ", name);
-  space = nullptr;
+  attribute.order = orderOf(attribute.orderText);
+  if (attribute.order == DtOrderInvalid) {
+    return failWith(error, "Invalid OrderType for Attribute: ", attribute.name);
+  }
+  attribute.space = nullptr;
   if (count == 5) {
-    space = atomText(element(form, 4));
-    if (!space) return failWith(error, "Invalid space for Attribute: ", name);
+    attribute.space = atomText(element(form, 4));
+    if (!attribute.space) return failWith(error, "Invalid space for Attribute: ", attribute.name);
   }
-  if (!transportText) transportText = "";
+  if (!attribute.transportText) attribute.transportText = "";
   return 0;
 }
 
@@ -182,35 +183,33 @@ int checkInteractions(const DtlObjPtr& form, DtlObjPtr& classForm, DtString& err
   return 0;
 }
 
-int checkIntClass(const DtlObjPtr& form, const char*& name, const char*& transportText,
-                  const char*& orderText, DtTransportType& transport, DtOrderType& order,
-                  DtlObjPtr& rest, DtString& error) {
+int checkIntClass(const DtlObjPtr& form, Member& head, DtString& error) {
   if (length(form) < 4) return 2;
   if (!beginsWith(form, "class")) return fail(error, "Symbol \"class\" not found");
-  name = atomText(element(form, 1));
-  if (!name) return fail(error, "A string must follow class");
-  transportText = atomText(element(form, 2));
-  orderText = atomText(element(form, 3));
-  transport = transportOf(transportText);
-  if (transport == DtTransportInvalid) {
-    DtWarn << "Invalid TransportType for Interaction: " << name;
+  head.name = atomText(element(form, 1));
+  if (!head.name) return fail(error, "A string must follow class");
+  head.transportText = atomText(element(form, 2));
+  head.orderText = atomText(element(form, 3));
+  head.transport = transportOf(head.transportText);
+  if (head.transport == DtTransportInvalid) {
+    DtWarn << "Invalid TransportType for Interaction: " << head.name;
   }
-  order = orderOf(orderText);
-  if (order == DtOrderInvalid) {
-    return failWith(error, "Invalid OrderType for Interaction: ", name);
+  head.order = orderOf(head.orderText);
+  if (head.order == DtOrderInvalid) {
+    return failWith(error, "Invalid OrderType for Interaction: ", head.name);
   }
-  if (!transportText) transportText = "";
-  rest = tail(form, 4);
+  if (!head.transportText) head.transportText = "";
+  head.rest = tail(form, 4);
   return 0;
 }
 
-int takeIntClassSpace(DtlObjPtr& rest, const char* className, const char*& space, DtString& error) {
-  space = nullptr;
-  DtlObjPtr next = head(rest);
+int takeIntClassSpace(Member& head, DtString& error) {
+  head.space = nullptr;
+  DtlObjPtr next = DtFed13Form::head(head.rest);
   if (next.isNull() || DtcNull(next) || DtcListp(next)) return 0;
-  space = atomText(next);
-  if (!space) return failWith(error, "Invalid space for Interaction: ", className);
-  rest = tail(rest, 1);
+  head.space = atomText(next);
+  if (!head.space) return failWith(error, "Invalid space for Interaction: ", head.name);
+  head.rest = tail(head.rest, 1);
   return 0;
 }
 
@@ -242,18 +241,20 @@ int deliverDimension(const DtlObjPtr& form, const char* spaceName, DtFedTarget* 
 
 int deliverAttribute(const DtlObjPtr& form, const char* className, DtFedTarget* target,
                      DtString& error) {
-  const char *name = nullptr, *transportText = nullptr, *orderText = nullptr, *space = nullptr;
-  DtTransportType transport = DtTransportInvalid;
-  DtOrderType order = DtOrderInvalid;
-  int result = checkAttribute(form, name, transportText, orderText, transport, order, space, error);
+  Member attribute;
+  int result = checkAttribute(form, attribute, error);
   if (result != 0) return result;
-  if (space) {
-    DtVerbose("Attribute: %s, transport: %s, order: %s, space: %s\n", name, transportText,
-              orderText, space);
+  if (attribute.space) {
+    DtVerbose("Attribute: %s, transport: %s, order: %s, space: %s\n", attribute.name,
+              attribute.transportText, attribute.orderText, attribute.space);
   } else {
-    DtVerbose("Attribute: %s, transport: %s, order: %s\n", name, transportText, orderText);
+    DtVerbose("Attribute: %s, transport: %s, order: %s\n", attribute.name, attribute.transportText,
+              attribute.orderText);
   }
-  if (target) target->addSpaceAttribute(className, name, transport, order, space);
+  if (target) {
+    target->addSpaceAttribute(className, attribute.name, attribute.transport, attribute.order,
+                              attribute.space);
+  }
   return 0;
 }
 
@@ -265,6 +266,35 @@ int deliverParameter(const DtlObjPtr& form, const char* className, DtFedTarget* 
   DtVerbose("Parameter: %s\n", name);
   if (target) target->addParameter(className, name);
   return 0;
+}
+
+DtString className(const char* parentName, const char* name) {
+  DtString fullName;
+  if (parentName && *parentName) {
+    fullName = parentName;
+    fullName += ".";
+  }
+  fullName += name;
+  return fullName;
+}
+
+const char* baseName(const char* parentName) {
+  return parentName && *parentName ? parentName : "none";
+}
+
+int walkFirstForm(const char* text, DtString& error, const std::function<int(DtlObjPtr)>& walk) {
+  std::unique_ptr<DtlStringInputStream> stream(new (std::nothrow) DtlStringInputStream(text));
+  if (!stream) return 1;
+  try {
+    DtKtlEnvironment environment;
+    DtlObjPtr eof = DtcIntern("eof", environment.env());
+    DtlObjPtr form = DtcRead(stream.get(), environment.env());
+    stream.reset();
+    if (DtcEq(form, eof)) return fail(error, "Unable to find FED in fedfile");
+    return walk(form);
+  } catch (...) {
+    return fail(error, "Unexpected problem reading fed file");
+  }
 }
 
 }  // namespace DtFed13Form
@@ -279,6 +309,19 @@ bool startsWithAny(const DtString& name, const char* const* prefixes) {
     if (name.findString(*prefixes) == 0) return true;
   }
   return false;
+}
+
+// Offers a refused root class again under the replacement name; when the target takes it,
+// notes the replacement and says so.
+template <typename Add>
+bool replaceRoot(DtString& fullName, const char* replacement, Add add, bool& replaced,
+                 const char* replacing, const char* attempting) {
+  fullName = replacement;
+  if (!add(fullName)) return false;
+  replaced = true;
+  DtVerbose << replacing;
+  DtVerbose << attempting;
+  return true;
 }
 
 const char* const theObjectExemptions[] = {"HLAobjectRoot.HLAmanager", "ObjectRoot.Manager",
@@ -319,27 +362,8 @@ int DtFedReader13::readFedFilePtr(FILE* file, DtFedTarget* target, DtFilename,
   currFddData = nullptr;
   currFddSize = 0;
   readFileIntoBuffer(file, &currFddData, &currFddSize);
-  DtlStringInputStream* stream = new (std::nothrow) DtlStringInputStream(currFddData);
-  if (!stream) return 1;
-  int result = 2;
-  try {
-    DtKtlEnvironment environment;
-    DtlObjPtr eof = DtcIntern("eof", environment.env());
-    DtlObjPtr form = DtcRead(stream, environment.env());
-    delete stream;
-    stream = nullptr;
-    if (DtcEq(form, eof)) {
-      lastErrorText = "Unable to find FED in fedfile";
-      result = 2;
-    } else {
-      result = processFed(form);
-    }
-  } catch (...) {
-    lastErrorText = "Unexpected problem reading fed file";
-    delete stream;
-    result = 2;
-  }
-  return result;
+  return walkFirstForm(currFddData, lastErrorText,
+                       [this](DtlObjPtr form) { return processFed(form); });
 }
 
 int DtFedReader13::processFed(DtlObjPtr form) {
@@ -374,28 +398,21 @@ int DtFedReader13::processObjClass(DtlObjPtr form, const char* parentName) {
   const char* name = nullptr;
   int result = checkObjClass(form, name, lastErrorText);
   if (result != 0) return result;
-  DtString base("none");
-  DtString fullName;
-  if (parentName && *parentName) {
-    base = parentName;
-    fullName = parentName;
-    fullName += ".";
-  }
-  fullName += name;
+  DtString fullName = className(parentName, name);
   bool skip = objectRootReplaced &&
               (DtString(name).caseCompare("RTIprivate") || fullName.findString("Manager") >= 0);
-  DtVerbose("%sClass: %s, Base: %s \n", skip ? "Skip " : "", fullName.c_str(), base.c_str());
+  DtVerbose("%sClass: %s, Base: %s \n", skip ? "Skip " : "", fullName.c_str(),
+            baseName(parentName));
   if (skip) DtVerbose << "All subclasses and parameters will also be skipped.\n";
   if (!skip && target) {
-    bool added = target->addObjectClass(fullName.c_str(), parentName);
+    auto add = [&](const DtString& offered) {
+      return target->addObjectClass(offered.c_str(), parentName);
+    };
+    bool added = add(fullName);
     if (!added && !parentName) {
-      fullName = "HLAobjectRoot";
-      added = target->addObjectClass(fullName.c_str(), parentName);
-      if (added) {
-        objectRootReplaced = true;
-        DtVerbose << "Replacing ObjectRoot with HLAobjectRoot to match Federation FOM.\n";
-        DtVerbose << "Attributes and subclasses will be attempted with replacement root.\n";
-      }
+      added = replaceRoot(fullName, "HLAobjectRoot", add, objectRootReplaced,
+                          "Replacing ObjectRoot with HLAobjectRoot to match Federation FOM.\n",
+                          "Attributes and subclasses will be attempted with replacement root.\n");
     }
     if (!added) {
       if (!startsWithAny(fullName, theObjectExemptions)) return 2;
@@ -418,68 +435,52 @@ int DtFedReader13::processInteractions(DtlObjPtr form) {
 }
 
 int DtFedReader13::processIntClass(DtlObjPtr form, const char* parentName) {
-  const char *name = nullptr, *transportText = nullptr, *orderText = nullptr, *space = nullptr;
-  DtTransportType transport = DtTransportInvalid;
-  DtOrderType order = DtOrderInvalid;
-  DtlObjPtr rest;
-  int result =
-      checkIntClass(form, name, transportText, orderText, transport, order, rest, lastErrorText);
+  Member head;
+  int result = checkIntClass(form, head, lastErrorText);
   if (result != 0) return result;
-  DtString base("none");
-  DtString fullName;
-  if (parentName && *parentName) {
-    base = parentName;
-    fullName = parentName;
-    fullName += ".";
-  }
-  fullName += name;
-  bool skip = interactionRootReplaced &&
-              (DtString(name).caseCompare("RTIprivate") || fullName.findString("Manager") >= 0);
-  result = takeIntClassSpace(rest, name, space, lastErrorText);
+  DtString fullName = className(parentName, head.name);
+  bool skip = interactionRootReplaced && (DtString(head.name).caseCompare("RTIprivate") ||
+                                          fullName.findString("Manager") >= 0);
+  result = takeIntClassSpace(head, lastErrorText);
   if (result != 0) return result;
   const char* skipText = skip ? "Skip " : "";
-  if (!space) {
-    DtVerbose("%sClass: %s, base: %s, transport: %s, order: %s\n", skipText, fullName.c_str(),
-              base.c_str(), transportText, orderText);
-    if (skip) DtVerbose << "All subclasses and parameters will also be skipped.\n";
-    if (!skip && target) {
-      bool added =
-          target->addInteractionClass(fullName.c_str(), parentName, transport, order, nullptr);
-      if (!added && !parentName) {
-        fullName = "HLAinteractionRoot";
-        added =
-            target->addInteractionClass(fullName.c_str(), parentName, transport, order, nullptr);
-        if (added) {
-          interactionRootReplaced = true;
-          DtVerbose << "Replacing InteractionRoot with HLAinteractionRoot to match Federation "
-                       "FOM.\n";
-          DtVerbose << "Parameters and subclasses will be attempted with replacement root.\n";
-        }
-      }
-      if (!added) {
-        if (!startsWithAny(fullName, theInteractionExemptions)) return 2;
-        skip = true;
-      }
-    }
-  } else {
+  if (head.space) {
     DtVerbose("%sClass: %s, base: %s, transport: %s, order: %s, space: %s\n", skipText,
-              fullName.c_str(), base.c_str(), transportText, orderText, space);
-    if (skip) DtVerbose << "All subclasses and parameters will also be skipped.\n";
-    if (!skip && target) {
-      bool added =
-          target->addInteractionClass(fullName.c_str(), parentName, transport, order, space);
-      if (!added && !parentName) {
+              fullName.c_str(), baseName(parentName), head.transportText, head.orderText,
+              head.space);
+  } else {
+    DtVerbose("%sClass: %s, base: %s, transport: %s, order: %s\n", skipText, fullName.c_str(),
+              baseName(parentName), head.transportText, head.orderText);
+  }
+  if (skip) DtVerbose << "All subclasses and parameters will also be skipped.\n";
+  if (!skip && target) {
+    auto add = [&](const DtString& offered) {
+      return target->addInteractionClass(offered.c_str(), parentName, head.transport, head.order,
+                                         head.space);
+    };
+    bool added = add(fullName);
+    if (!added && !parentName) {
+      if (head.space) {
         // With a space the retry takes its root from the target's format, flags nothing and
         // writes nothing; a refused class here is always fatal.
         fullName = target->fomType() == DtFomType13 ? "HLAinteractionRoot" : "InteractionRoot";
-        added = target->addInteractionClass(fullName.c_str(), parentName, transport, order, space);
+        added = add(fullName);
+      } else {
+        added = replaceRoot(
+            fullName, "HLAinteractionRoot", add, interactionRootReplaced,
+            "Replacing InteractionRoot with HLAinteractionRoot to match Federation FOM.\n",
+            "Parameters and subclasses will be attempted with replacement root.\n");
       }
-      if (!added) return 2;
+    }
+    if (!added) {
+      if (head.space || !startsWithAny(fullName, theInteractionExemptions)) return 2;
+      skip = true;
     }
   }
   if (skip) return result;
-  return walkClassBody(*this, rest, fullName.c_str(), "parameter", &DtFedReader13::processParameter,
-                       &DtFedReader13::processIntClass, lastErrorText);
+  return walkClassBody(*this, head.rest, fullName.c_str(), "parameter",
+                       &DtFedReader13::processParameter, &DtFedReader13::processIntClass,
+                       lastErrorText);
 }
 
 int DtFedReader13::processParameter(DtlObjPtr form, const char* className) {

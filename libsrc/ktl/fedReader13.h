@@ -1,6 +1,8 @@
 #ifndef KTL_FEDREADER13_H
 #define KTL_FEDREADER13_H
 
+#include <functional>
+
 #include <ktl/fedReader.h>
 #include <ktl/memory.h>
 #include <ktl/null.h>
@@ -79,19 +81,38 @@ int checkDimension(const DtlObjPtr& form, const char*& name, DtString& error);
 // Sets the root class form.
 int checkObjects(const DtlObjPtr& form, DtlObjPtr& classForm, DtString& error);
 int checkObjClass(const DtlObjPtr& form, const char*& name, DtString& error);
-// Sets name, the texts of transport and order as written, their values, and the space, null
-// if there is none. Writes the transport warning.
-int checkAttribute(const DtlObjPtr& form, const char*& name, const char*& transportText,
-                   const char*& orderText, DtTransportType& transport, DtOrderType& order,
-                   const char*& space, DtString& error);
+
+// What an attribute form, or the head of an interaction class form, holds. The texts point into
+// the form and live as long as it does.
+struct Member {
+  const char* name = nullptr;
+  const char* transportText = nullptr;  // as written; "" when it is not a name
+  const char* orderText = nullptr;      // as written
+  DtTransportType transport = DtTransportInvalid;
+  DtOrderType order = DtOrderInvalid;
+  const char* space = nullptr;  // null when there is none
+  DtlObjPtr rest;               // an interaction class's elements behind its head
+};
+
+// Fills attribute from the form. Writes the transport warning.
+int checkAttribute(const DtlObjPtr& form, Member& attribute, DtString& error);
 int checkInteractions(const DtlObjPtr& form, DtlObjPtr& classForm, DtString& error);
-// Sets what checkAttribute sets but the space, and the rest behind the order element.
-int checkIntClass(const DtlObjPtr& form, const char*& name, const char*& transportText,
-                  const char*& orderText, DtTransportType& transport, DtOrderType& order,
-                  DtlObjPtr& rest, DtString& error);
-// The space of an interaction class, if the rest begins with one: sets space and moves rest
-// past it. A number or other atom that has no name fails.
-int takeIntClassSpace(DtlObjPtr& rest, const char* className, const char*& space, DtString& error);
+// Fills head from the form, all but its space; rest is what stands behind the order element.
+int checkIntClass(const DtlObjPtr& form, Member& head, DtString& error);
+// The space of an interaction class, if its rest begins with one: sets head.space and moves
+// head.rest past it. A number or other atom that has no name fails.
+int takeIntClassSpace(Member& head, DtString& error);
+
+// The full dotted name of a class under parentName (null or empty at the root).
+DtString className(const char* parentName, const char* name);
+// The parent of a class as the verbose lines show it: "none" at the root.
+const char* baseName(const char* parentName);
+
+// Reads the first form of text in a fresh environment and hands it to walk, which answers the
+// read's result. 1 when no stream can be made for the text; 2 with "Unable to find FED in
+// fedfile" for text without a form, and with "Unexpected problem reading fed file" for any
+// exception of the read or the walk.
+int walkFirstForm(const char* text, DtString& error, const std::function<int(DtlObjPtr)>& walk);
 int checkParameter(const DtlObjPtr& form, const char*& name, DtString& error);
 
 // The steps both readers take alike. The walkers call the reader's own process... slots, so a

@@ -1,6 +1,6 @@
 #include <ktl/ktlFedReader.h>
 
-#include <new>
+#include <memory>
 
 #include <ktl/atom.h>
 #include <ktl/fedReader13.h>
@@ -14,7 +14,7 @@ namespace KORRti {
 
 using namespace DtFed13Form;
 
-DtKtlFedReader::DtKtlFedReader() : target(nullptr) {
+DtKtlFedReader::DtKtlFedReader() {
   expectedType = DtFomType13;
 }
 
@@ -26,36 +26,13 @@ int DtKtlFedReader::readFedFilePtr(FILE* file, DtFedTarget* target, DtFilename,
   strictCheckingMask = strictChecking;
   this->skipSwitches = skipSwitches;
   // A null file leaves the buffer null: readFileIntoBuffer warns, and the text read is empty.
+  // The text is not kept after the read.
   char* buffer = nullptr;
   unsigned int size = 0;
   readFileIntoBuffer(file, &buffer, &size);
-  DtlStringInputStream* stream = new (std::nothrow) DtlStringInputStream(buffer);
-  if (!stream) {
-    delete[] buffer;
-    return 1;
-  }
-  int result = 2;
-  try {
-    DtKtlEnvironment environment;
-    DtlObjPtr eof = DtcIntern("eof", environment.env());
-    DtlObjPtr form = DtcRead(stream, environment.env());
-    delete stream;
-    stream = nullptr;
-    delete[] buffer;
-    buffer = nullptr;
-    if (DtcEq(form, eof)) {
-      lastErrorText = "Unable to find FED in fedfile";
-      result = 2;
-    } else {
-      result = processFed(form);
-    }
-  } catch (...) {
-    lastErrorText = "Unexpected problem reading fed file";
-    delete stream;
-    result = 2;
-  }
-  delete[] buffer;
-  return result;
+  std::unique_ptr<char[]> text(buffer);
+  return walkFirstForm(text.get(), lastErrorText,
+                       [this](DtlObjPtr form) { return processFed(form); });
 }
 
 int DtKtlFedReader::processFed(DtlObjPtr form) {
@@ -90,15 +67,8 @@ int DtKtlFedReader::processObjClass(DtlObjPtr form, const char* parentName) {
   const char* name = nullptr;
   int result = checkObjClass(form, name, lastErrorText);
   if (result != 0) return result;
-  const char* base = "none";
-  DtString fullName;
-  if (parentName && *parentName) {
-    base = parentName;
-    fullName = parentName;
-    fullName += ".";
-  }
-  fullName += name;
-  DtVerbose("Class: %s, Base: %s \n", fullName.c_str(), base);
+  DtString fullName = className(parentName, name);
+  DtVerbose("Class: %s, Base: %s \n", fullName.c_str(), baseName(parentName));
   if (target) target->addObjectClass(fullName.c_str(), parentName);
   return walkClassBody(*this, tail(form, 2), fullName.c_str(), "attribute",
                        &DtKtlFedReader::processAttribute, &DtKtlFedReader::processObjClass,
@@ -114,32 +84,24 @@ int DtKtlFedReader::processInteractions(DtlObjPtr form) {
 }
 
 int DtKtlFedReader::processIntClass(DtlObjPtr form, const char* parentName) {
-  const char *name = nullptr, *transportText = nullptr, *orderText = nullptr, *space = nullptr;
-  DtTransportType transport = DtTransportInvalid;
-  DtOrderType order = DtOrderInvalid;
-  DtlObjPtr rest;
-  int result =
-      checkIntClass(form, name, transportText, orderText, transport, order, rest, lastErrorText);
+  Member head;
+  int result = checkIntClass(form, head, lastErrorText);
   if (result != 0) return result;
-  const char* base = "none";
-  DtString fullName;
-  if (parentName && *parentName) {
-    base = parentName;
-    fullName = parentName;
-    fullName += ".";
-  }
-  fullName += name;
-  result = takeIntClassSpace(rest, name, space, lastErrorText);
+  DtString fullName = className(parentName, head.name);
+  result = takeIntClassSpace(head, lastErrorText);
   if (result != 0) return result;
-  if (space) {
-    DtVerbose("Class: %s, base: %s, transport: %s, order: %s, space: %s\n", fullName.c_str(), base,
-              transportText, orderText, space);
+  if (head.space) {
+    DtVerbose("Class: %s, base: %s, transport: %s, order: %s, space: %s\n", fullName.c_str(),
+              baseName(parentName), head.transportText, head.orderText, head.space);
   } else {
-    DtVerbose("Class: %s, base: %s, transport: %s, order: %s\n", fullName.c_str(), base,
-              transportText, orderText);
+    DtVerbose("Class: %s, base: %s, transport: %s, order: %s\n", fullName.c_str(),
+              baseName(parentName), head.transportText, head.orderText);
   }
-  if (target) target->addInteractionClass(fullName.c_str(), parentName, transport, order, space);
-  return walkClassBody(*this, rest, fullName.c_str(), "parameter",
+  if (target) {
+    target->addInteractionClass(fullName.c_str(), parentName, head.transport, head.order,
+                                head.space);
+  }
+  return walkClassBody(*this, head.rest, fullName.c_str(), "parameter",
                        &DtKtlFedReader::processParameter, &DtKtlFedReader::processIntClass,
                        lastErrorText);
 }

@@ -30,9 +30,6 @@ class DtKtlFedReader : public DtFedReader {
   virtual int processInteractions(DtlObjPtr form);
   virtual int processIntClass(DtlObjPtr form, const char* parentName);
   virtual int processParameter(DtlObjPtr form, const char* className);
-
- protected:
-  DtFedTarget* target;
 };
 
 }  // namespace KORRti
