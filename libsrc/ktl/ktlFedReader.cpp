@@ -14,7 +14,7 @@ namespace KORRti {
 
 using namespace DtFed13Form;
 
-DtKtlFedReader::DtKtlFedReader() {
+DtKtlFedReader::DtKtlFedReader() : target(nullptr) {
   expectedType = DtFomType13;
 }
 

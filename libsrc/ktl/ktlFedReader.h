@@ -30,6 +30,11 @@ class DtKtlFedReader : public DtFedReader {
   virtual int processInteractions(DtlObjPtr form);
   virtual int processIntClass(DtlObjPtr form, const char* parentName);
   virtual int processParameter(DtlObjPtr form, const char* className);
+
+ protected:
+  // This reader keeps its target apart from DtFedReader's, which it leaves untouched, so the
+  // name hides the base's on purpose.
+  DtFedTarget* target;
 };
 
 }  // namespace KORRti
