@@ -29,21 +29,16 @@ struct FileCloser {
 
 DtEnvKTLReader::DtEnvKTLReader() = default;
 
-DtEnvKTLReader::~DtEnvKTLReader() {
-  delete env;
-}
+DtEnvKTLReader::~DtEnvKTLReader() = default;
 
 DtEnvironment DtEnvKTLReader::readFile(const DtString& file, bool& ok) {
   ok = false;
-  delete env;
-  env = new DtEnvironment();
+  // The tree under construction is this call's until it is handed out; however the read ends,
+  // it is handed out or freed, and the reader holds nothing of it.
+  std::unique_ptr<DtEnvironment> tree(new DtEnvironment());
+  detail::TreeHold hold(env, current);
+  env = tree.get();
   current.reset();
-  // Whatever happens, the tree under construction is handed out or freed, and env is null.
-  std::unique_ptr<DtEnvironment> tree(env);
-  struct Release {
-    DtEnvironment*& env;
-    ~Release() { env = nullptr; }
-  } release{env};
 
   std::unique_ptr<FILE, FileCloser> handle(std::fopen(file, "r"));
   if (!handle) return DtEnvironment(tree->root());

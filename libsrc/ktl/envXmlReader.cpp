@@ -2,6 +2,10 @@
 
 #include <libxml/globals.h>
 #include <libxml/parser.h>
+#include <libxml/tree.h>
+#include <libxml/valid.h>
+#include <libxml/xmlmemory.h>
+#include <libxml/xmlwriter.h>
 #include <libxml/xmlerror.h>
 #include <libxml/xmlreader.h>
 
@@ -16,29 +20,6 @@ namespace {
 
 // NOENT, DTDATTR and DTDVALID: substitute entities, default attributes from the DTD, validate.
 const int validatingOptions = XML_PARSE_NOENT | XML_PARSE_DTDATTR | XML_PARSE_DTDVALID;
-
-// Frees a text reader on every way out of a read, exceptions included.
-struct TextReaderFree {
-  void operator()(xmlTextReaderPtr reader) const { xmlFreeTextReader(reader); }
-};
-using TextReaderHolder = std::unique_ptr<xmlTextReader, TextReaderFree>;
-
-// Clears the reader's hold on the tree when a read ends, however it ends.
-class ReadScope {
- public:
-  ReadScope(DtEnvironment*& env, std::weak_ptr<DtEnvValue>& current)
-      : env_(env), current_(current) {}
-  ~ReadScope() {
-    env_ = nullptr;
-    current_.reset();
-  }
-  ReadScope(const ReadScope&) = delete;
-  ReadScope& operator=(const ReadScope&) = delete;
-
- private:
-  DtEnvironment*& env_;
-  std::weak_ptr<DtEnvValue>& current_;
-};
 
 const char* textOf(const xmlChar* text) {
   return reinterpret_cast<const char*>(text);
@@ -77,6 +58,32 @@ DtQuietXmlErrors::~DtQuietXmlErrors() {
   if (structured_) xmlSetStructuredErrorFunc(xmlStructuredErrorContext, nullptr);
 }
 
+namespace detail {
+
+void XmlFree::operator()(xmlTextReader* reader) const {
+  if (reader) xmlFreeTextReader(reader);
+}
+void XmlFree::operator()(xmlTextWriter* writer) const {
+  if (writer) xmlFreeTextWriter(writer);
+}
+void XmlFree::operator()(xmlBuffer* buffer) const {
+  if (buffer) xmlBufferFree(buffer);
+}
+void XmlFree::operator()(xmlDoc* doc) const {
+  if (doc) xmlFreeDoc(doc);
+}
+void XmlFree::operator()(xmlDtd* dtd) const {
+  if (dtd) xmlFreeDtd(dtd);
+}
+void XmlFree::operator()(xmlValidCtxt* context) const {
+  if (context) xmlFree(context);
+}
+void XmlFree::operator()(char* text) const {
+  if (text) xmlFree(text);
+}
+
+}  // namespace detail
+
 DtEnvReader::~DtEnvReader() = default;
 
 DtEnvXMLReader::DtEnvXMLReader(bool validate) : validate(validate) {}
@@ -91,13 +98,13 @@ DtEnvironment DtEnvXMLReader::readFile(const DtString& file, bool& ok) {
   DtQuietXmlErrors quiet;
   // The tree under construction belongs to this call until it is handed out.
   std::unique_ptr<DtEnvironment> built(new DtEnvironment());
-  ReadScope scope(env, current);
+  detail::TreeHold hold(env, current);
   env = built.get();
   current.reset();
   ok = false;
 
   xmlResetLastError();
-  TextReaderHolder reader(xmlReaderForFile(file.c_str(), nullptr, options()));
+  detail::XmlPtr<xmlTextReader> reader(xmlReaderForFile(file.c_str(), nullptr, options()));
   if (!reader) {
     std::string message = std::string("DtInvalidInput: Unable to open:") + file.c_str();
     throw DtInvalidInput(message.c_str(), __PRETTY_FUNCTION__, DtSourceName(__FILE__).c_str(),
@@ -117,12 +124,12 @@ void DtEnvXMLReader::useDtdValidation(bool validate) {
 
 bool DtEnvXMLReader::readMemory(DtEnvironment& env, const char* bytes, int size) {
   DtQuietXmlErrors quiet;
-  ReadScope scope(this->env, current);
+  detail::TreeHold hold(this->env, current);
   this->env = &env;
   current.reset();
 
   xmlResetLastError();
-  TextReaderHolder reader(xmlReaderForMemory(bytes, size, nullptr, nullptr, options()));
+  detail::XmlPtr<xmlTextReader> reader(xmlReaderForMemory(bytes, size, nullptr, nullptr, options()));
   if (!reader) {
     throw DtCorruptedState("DtCorruptedState: Unable to read memory.", __PRETTY_FUNCTION__,
                            DtSourceName(__FILE__).c_str(), __LINE__, nullptr);

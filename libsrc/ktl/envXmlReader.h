@@ -6,10 +6,15 @@
 
 #include <memory>
 
-// libxml2's text reader, as <libxml/xmlreader.h> declares it; a host needs libxml2's headers
-// only to override the reading steps.
+// libxml2's types, as its headers declare them; a host needs libxml2's headers only to
+// override the reading steps.
 typedef struct _xmlTextReader xmlTextReader;
 typedef xmlTextReader* xmlTextReaderPtr;
+typedef struct _xmlTextWriter xmlTextWriter;
+typedef struct _xmlBuffer xmlBuffer;
+typedef struct _xmlDoc xmlDoc;
+typedef struct _xmlDtd xmlDtd;
+typedef struct _xmlValidCtxt xmlValidCtxt;
 
 namespace KORRti {
 
@@ -27,6 +32,42 @@ class DtQuietXmlErrors {
   bool structured_;
   bool generic_ = false;
 };
+
+namespace detail {
+
+// The one way this library frees a libxml2 object: an owner per object, whatever the way out.
+// Each call frees its kind with libxml2's own function and does nothing for null.
+struct XmlFree {
+  void operator()(xmlTextReader* reader) const;
+  void operator()(xmlTextWriter* writer) const;
+  void operator()(xmlBuffer* buffer) const;
+  void operator()(xmlDoc* doc) const;
+  void operator()(xmlDtd* dtd) const;
+  void operator()(xmlValidCtxt* context) const;
+  // Text that libxml2 allocated (xmlFree).
+  void operator()(char* text) const;
+};
+template <typename Object>
+using XmlPtr = std::unique_ptr<Object, XmlFree>;
+
+// Clears a reader's or writer's hold on a tree (the tree and a node in it) when a read or a
+// write ends, however it ends, so that nothing points into a tree the caller may drop.
+class TreeHold {
+ public:
+  TreeHold(DtEnvironment*& env, std::weak_ptr<DtEnvValue>& node) : env_(env), node_(node) {}
+  ~TreeHold() {
+    env_ = nullptr;
+    node_.reset();
+  }
+  TreeHold(const TreeHold&) = delete;
+  TreeHold& operator=(const TreeHold&) = delete;
+
+ private:
+  DtEnvironment*& env_;
+  std::weak_ptr<DtEnvValue>& node_;
+};
+
+}  // namespace detail
 
 // A reader of one text form of the configuration tree, so that a caller can take any form.
 class DtEnvReader {

@@ -12,26 +12,11 @@
 #include <ktl/envXmlReader.h>
 
 #include <cstdio>
+#include <string>
 
 namespace KORRti {
 
 namespace {
-
-// Clears the writer's hold on the tree when a write ends.
-class WriteScope {
- public:
-  WriteScope(DtEnvironment*& env, std::weak_ptr<DtEnvValue>& root) : env_(env), root_(root) {}
-  ~WriteScope() {
-    env_ = nullptr;
-    root_.reset();
-  }
-  WriteScope(const WriteScope&) = delete;
-  WriteScope& operator=(const WriteScope&) = delete;
-
- private:
-  DtEnvironment*& env_;
-  std::weak_ptr<DtEnvValue>& root_;
-};
 
 const xmlChar* xml(const DtString& text) {
   return reinterpret_cast<const xmlChar*>(text.c_str());
@@ -40,6 +25,17 @@ const xmlChar* xml(const DtString& text) {
 void report(const char* line) {
   std::fputs(line, stderr);
   std::fflush(stderr);
+}
+
+// The lines this writer reports start with the names below. They name functions that are not
+// in this code; hosts match the lines as they stand, so they are kept, not corrected.
+const char kFileLines[] = "testXmlwriterDoc: ";
+const char kStringLines[] = "DtEnvXMLWriter::writeString: ";
+
+void report(const char* prefix, const char* what) {
+  std::string line(prefix);
+  line += what;
+  report(line.c_str());
 }
 
 }  // namespace
@@ -62,84 +58,72 @@ void DtEnvXMLWriter::setIndentation(const DtString& text) {
 
 bool DtEnvXMLWriter::writeFile(DtEnvironment& env, const DtString& file) {
   DtQuietXmlErrors quiet;
-  WriteScope scope(this->env, root);
+  detail::TreeHold hold(this->env, root);
   this->env = &env;
   root = env.root();
 
-  xmlDocPtr doc = nullptr;
-  xmlTextWriterPtr writer = xmlNewTextWriterDoc(&doc, 0);
+  // The document outlives its writer: the holders go in the opposite order.
+  detail::XmlPtr<xmlDoc> doc;
+  xmlDocPtr made = nullptr;
+  detail::XmlPtr<xmlTextWriter> writer(xmlNewTextWriterDoc(&made, 0));
+  doc.reset(made);
   if (!writer) {
-    report("testXmlwriterDoc: Error creating the xml writer\n");
-    if (doc) xmlFreeDoc(doc);
+    report(kFileLines, "Error creating the xml writer\n");
     return false;
   }
-  xmlTextWriterSetIndent(writer, indent ? 1 : 0);
-  xmlTextWriterSetIndentString(writer, xml(indentString));
+  xmlTextWriterSetIndent(writer.get(), indent ? 1 : 0);
+  xmlTextWriterSetIndentString(writer.get(), xml(indentString));
+  if (!writeDocument(writer.get(), env, kFileLines)) return false;
+  // The writer must be done with the document before it is saved.
+  writer.reset();
 
-  if (xmlTextWriterStartDocument(writer, nullptr, "utf-8", nullptr) < 0) {
-    report("testXmlwriterDoc: Error at xmlTextWriterStartDocument\n");
-    xmlFreeTextWriter(writer);
-    xmlFreeDoc(doc);
-    return false;
-  }
-  if (writeDtd &&
-      xmlTextWriterWriteDTD(writer, xml(rootName), nullptr, xml(dtdFile), nullptr) < 0) {
-    report("DtEnvXMLWriter::writeString: Error at xmlTextWriterWriteDTD\n");
-  }
-  writeRoot(writer, env.root());
-
-  if (xmlTextWriterEndDocument(writer) < 0) {
-    report("testXmlwriterDoc: Error at xmlTextWriterEndDocument\n");
-    xmlFreeTextWriter(writer);
-    xmlFreeDoc(doc);
-    return false;
-  }
-  xmlFreeTextWriter(writer);
-
-  bool saved = xmlSaveFormatFileEnc(file.c_str(), doc, "utf-8", 1) >= 0;
-  if (!saved) report("testXmlwriterDoc: Error at xmlSaveFormatFileEnc\n");
-  xmlFreeDoc(doc);
+  bool saved = xmlSaveFormatFileEnc(file.c_str(), doc.get(), "utf-8", 1) >= 0;
+  if (!saved) report(kFileLines, "Error at xmlSaveFormatFileEnc\n");
   return saved;
 }
 
 bool DtEnvXMLWriter::writeString(DtEnvironment& env, DtString& out) {
   DtQuietXmlErrors quiet;
-  WriteScope scope(this->env, root);
+  detail::TreeHold hold(this->env, root);
   this->env = &env;
   root = env.root();
 
   if (!buffer) buffer = xmlBufferCreateSize(4000);
   if (!buffer) {
-    report("DtEnvXMLWriter::writeString: Error creating the xml buffer\n");
+    report(kStringLines, "Error creating the xml buffer\n");
     return false;
   }
   xmlBufferEmpty(buffer);
 
-  xmlTextWriterPtr writer = xmlNewTextWriterMemory(buffer, 0);
+  detail::XmlPtr<xmlTextWriter> writer(xmlNewTextWriterMemory(buffer, 0));
   if (!writer) {
-    report("DtEnvXMLWriter::writeString: Error creating the xml writer\n");
+    report(kStringLines, "Error creating the xml writer\n");
     return false;
   }
+  if (!writeDocument(writer.get(), env, kStringLines)) return false;
+  // Freeing the writer flushes it into the buffer.
+  writer.reset();
+
+  const xmlChar* content = xmlBufferContent(buffer);
+  out = content ? reinterpret_cast<const char*>(content) : "";
+  return true;
+}
+
+bool DtEnvXMLWriter::writeDocument(xmlTextWriterPtr writer, DtEnvironment& env,
+                                   const char* lines) {
   if (xmlTextWriterStartDocument(writer, nullptr, "utf-8", nullptr) < 0) {
-    report("DtEnvXMLWriter::writeString: Error at xmlTextWriterStartDocument\n");
-    xmlFreeTextWriter(writer);
+    report(lines, "Error at xmlTextWriterStartDocument\n");
     return false;
   }
   if (writeDtd &&
       xmlTextWriterWriteDTD(writer, xml(rootName), nullptr, xml(dtdFile), nullptr) < 0) {
-    report("DtEnvXMLWriter::writeString: Error at xmlTextWriterWriteDTD\n");
+    report(kStringLines, "Error at xmlTextWriterWriteDTD\n");
   }
   writeRoot(writer, env.root());
-
   if (xmlTextWriterEndDocument(writer) < 0) {
-    report("DtEnvXMLWriter::writeString: Error at xmlTextWriterEndDocument\n");
-    xmlFreeTextWriter(writer);
+    report(lines, "Error at xmlTextWriterEndDocument\n");
     return false;
   }
-  xmlFreeTextWriter(writer);
-
-  const xmlChar* content = xmlBufferContent(buffer);
-  out = content ? reinterpret_cast<const char*>(content) : "";
   return true;
 }
 

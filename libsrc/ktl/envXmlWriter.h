@@ -73,6 +73,9 @@ class DtEnvXMLWriter : public DtEnvWriter {
   xmlBufferPtr buffer = nullptr;
 
  private:
+  // The document from its start to its end; false, with a line on standard error that starts
+  // with lines, when libxml2 refuses its start or its end.
+  bool writeDocument(xmlTextWriterPtr writer, DtEnvironment& env, const char* lines);
   // Writes every child of list from first() on through writeValue.
   void writeChildren(xmlTextWriterPtr writer, DtEnvValueSP list);
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <memory>
 #include <new>
 #include <ostream>
 
@@ -403,54 +404,57 @@ bool DtFedReader::isStandardMimFileName(const DtString& name, DtFomType type) {
 }
 
 bool DtFedReader::readFileIntoBuffer(FILE* file, char** buffer, unsigned int* size) {
+  // The lines below name functions that are not in this code. Hosts match them as they stand,
+  // so they are kept, not corrected.
+  static const char kNoFile[] = "DtFedReader::readFileIntoBuffer: FileHandle not initialized\n";
+  static const char kNoMemory[] = "DtFedFileTransport::readFile: Failed to allocate file buffer\n";
+  static const char kReadError[] = "DtFedFileTransport::readFile: Error reading file.\n";
   if (!file) {
-    DtWarn << "DtFedReader::readFileIntoBuffer: FileHandle not initialized\n";
+    DtWarn << kNoFile;
     return false;
   }
   rewind(file);
-  unsigned int capacity = 1024;
+  *buffer = nullptr;
   *size = 0;
-  *buffer = new (std::nothrow) char[capacity];
-  if (!*buffer) {
-    DtWarn << "DtFedFileTransport::readFile: Failed to allocate file buffer\n";
+  unsigned int capacity = 1024;
+  unsigned int length = 0;
+  // The buffer is this call's until the whole text is in it; every failure frees it.
+  std::unique_ptr<char[]> text(new (std::nothrow) char[capacity]);
+  if (!text) {
+    DtWarn << kNoMemory;
     return false;
   }
   for (;;) {
     // Never more than the room left, so a short read in the middle can't overrun; for a
     // regular file every block but the last is full and this is always 1024.
-    size_t room = capacity - *size;
-    size_t count = fread(*buffer + *size, 1, room < 1024 ? room : 1024, file);
+    size_t room = capacity - length;
+    size_t count = fread(text.get() + length, 1, room < 1024 ? room : 1024, file);
     // A read that gets nothing ends the text, whatever the error flag says: only an error
     // that comes with bytes fails the read.
     if (count == 0) break;
     if (ferror(file)) {
-      DtWarn << "DtFedFileTransport::readFile: Error reading file.\n";
-      delete[] * buffer;
-      *buffer = nullptr;
-      *size = 0;
+      DtWarn << kReadError;
       return false;
     }
-    *size += static_cast<unsigned int>(count);
-    if (capacity <= *size) {
-      char* larger = nullptr;
+    length += static_cast<unsigned int>(count);
+    if (capacity <= length) {
+      std::unique_ptr<char[]> larger;
       if (capacity <= std::numeric_limits<unsigned int>::max() / 2) {
-        larger = new (std::nothrow) char[static_cast<size_t>(capacity) * 2];
+        larger.reset(new (std::nothrow) char[static_cast<size_t>(capacity) * 2]);
       }
       if (!larger) {
-        DtWarn << "DtFedFileTransport::readFile: Failed to allocate file buffer\n";
-        delete[] * buffer;
-        *buffer = nullptr;
-        *size = 0;
+        DtWarn << kNoMemory;
         return false;
       }
       capacity *= 2;
-      std::copy(*buffer, *buffer + *size, larger);
-      delete[] * buffer;
-      *buffer = larger;
+      std::copy(text.get(), text.get() + length, larger.get());
+      text = std::move(larger);
     }
   }
   // There is always room behind the text: the 1.3 readers read it as terminated text.
-  (*buffer)[*size] = '\0';
+  text[length] = '\0';
+  *size = length;
+  *buffer = text.release();
   return true;
 }
 
