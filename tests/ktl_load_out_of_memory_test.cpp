@@ -17,10 +17,7 @@ using ktltest::captureOutput;
 using ktltest::haltMessage;
 using ktltest::initialMessage;
 
-namespace KORRti {
-// The module's own loader, linked externally but kept out of the header.
-DtlObjPtr loadLispFile(char const* name, DtlObjPtr const& env, int warn);
-}  // namespace KORRti
+using KORRti::detail::loadLispFile;
 
 using ktltest::failCountdown;
 

@@ -25,11 +25,7 @@ using ktltest::haltMessage;
 using ktltest::initialMessage;
 using ktltest::printed;
 
-namespace KORRti {
-// The module's own loaders, linked externally but kept out of the header.
-DtlObjPtr loadLispFile(char const* name, DtlObjPtr const& env, int warn);
-DtlObjPtr loadLispFile(DtlObjPtr const& dirs, char const* name, DtlObjPtr const& env, int warn);
-}  // namespace KORRti
+using KORRti::detail::loadLispFile;
 
 using ktltest::TempDir;
 

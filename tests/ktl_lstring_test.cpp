@@ -51,10 +51,7 @@ class LStringTest : public ::testing::Test {
 
 }  // namespace
 
-// Declared here and not in the header: the module keeps it to itself, but links it externally.
-namespace KORRti {
-int DtcListToStr(DtlObjPtr const& list, char** out);
-}
+using KORRti::detail::DtcListToStr;
 
 // ---- string-equal ----------------------------------------------------------------------
 

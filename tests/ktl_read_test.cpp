@@ -15,10 +15,8 @@ using ktltest::captureOutput;
 using ktltest::haltMessage;
 using ktltest::initialMessage;
 
-namespace KORRti {
-// Module-internal readers, reached directly for the paths DtcRead cannot take.
-DtlObjPtr lreadnum(char const* text);
-}  // namespace KORRti
+// The number reader, reached directly for the paths DtcRead cannot take.
+using KORRti::detail::lreadnum;
 
 namespace {
 

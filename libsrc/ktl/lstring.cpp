@@ -53,11 +53,7 @@ int DtcStringEqual(DtlObjPtr const& a, DtlObjPtr const& b) {
   return std::strcmp(a->string() ? a->string() : "", b->string() ? b->string() : "") == 0;
 }
 
-// The texts of a list of one to seven elements go to out[0..n-1] (pointers into the objects,
-// not copies) and n is the answer. A non-list answers 0. A longer list warns and answers 0,
-// but for 48 elements, which warns of an empty string and answers 48 with nothing stored.
-// Kept out of the header, but linked externally.
-int DtcListToStr(DtlObjPtr const& list, char** out) {
+int detail::DtcListToStr(DtlObjPtr const& list, char** out) {
   if (tagOf(list) != DtlConsTag) return 0;
   int n = DtcLength(list);
   if (n >= 1 && n <= kPathListMax) {
@@ -127,8 +123,8 @@ DtlObjPtr DtlPathCross(DtlObjPtr const& args, DtlObjPtr const&) {
   checkCount(args, 2, "Need two args to path-cross");
   char* firsts[kPathListMax + 1] = {};
   char* seconds[kPathListMax + 1] = {};
-  int firstCount = DtcListToStr(DtcCar(args), firsts);
-  int secondCount = DtcListToStr(DtcCadr(args), seconds);
+  int firstCount = detail::DtcListToStr(DtcCar(args), firsts);
+  int secondCount = detail::DtcListToStr(DtcCadr(args), seconds);
   // A side that answered more strings than it can hold stored none: it counts as empty.
   if (firstCount > kPathListMax) firstCount = 0;
   if (secondCount > kPathListMax) secondCount = 0;

@@ -20,6 +20,14 @@ DtlObjPtr DtlStringAppend(DtlObjPtr const& args, DtlObjPtr const& env);
 // A colon-separated path list: "." and then every a followed by every b of two lists of strings.
 DtlObjPtr DtlPathCross(DtlObjPtr const& args, DtlObjPtr const& env);
 
+// The module's own step, declared for its tests.
+namespace detail {
+// The texts of a list of one to seven elements go to out[0..n-1] (pointers into the objects,
+// not copies) and n is the answer. A non-list answers 0. A longer list warns and answers 0,
+// but for 48 elements, which warns of an empty string and answers 48 with nothing stored.
+int DtcListToStr(DtlObjPtr const& list, char** out);
+}  // namespace detail
+
 }  // namespace KORRti
 
 #endif

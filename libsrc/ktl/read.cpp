@@ -41,12 +41,12 @@ std::string atLine(char const* text, DtlInputStream* stream) {
 
 }  // namespace
 
-// The readers behind DtcRead. They are not part of the public header.
+// The readers behind DtcRead.
 DtlObjPtr lreadstring(DtlInputStream* stream);
 DtlObjPtr lreadparen(DtlInputStream* stream, DtlObjPtr const& env);
 DtlObjPtr lreadquoted(DtlInputStream* stream, DtlObjPtr const& env);
-DtlObjPtr lreadnum(char const* text);
 DtlObjPtr lreadtk(DtlInputStream* stream, DtlObjPtr const& env);
+using detail::lreadnum;
 
 DtlObjPtr lreadstring(DtlInputStream* stream) {
   std::string text;
@@ -97,7 +97,7 @@ DtlObjPtr lreadquoted(DtlInputStream* stream, DtlObjPtr const& env) {
   return DtcCons(DtcIntern("quote", env), DtcCons(quoted, DtlObjPtr::nil()));
 }
 
-DtlObjPtr lreadnum(char const* text) {
+DtlObjPtr detail::lreadnum(char const* text) {
   bool floating = std::strchr(text, '.') != nullptr;
   if (!floating && text[0] != '0') {
     floating = std::strchr(text, 'e') != nullptr || std::strchr(text, 'E') != nullptr;

@@ -17,6 +17,12 @@ const int DtlMaxReadDepth = 1000;
 // Reads one expression, interning its symbols in env. End of input gives the symbol eof.
 DtlObjPtr DtcRead(DtlInputStream* stream, DtlObjPtr const& env);
 
+// The module's own steps, declared for its tests; hosts call DtcRead.
+namespace detail {
+// The number a token that starts with a digit (or "-" and a digit) stands for.
+DtlObjPtr lreadnum(char const* text);
+}  // namespace detail
+
 }  // namespace KORRti
 
 #endif

@@ -24,6 +24,8 @@
 
 namespace KORRti {
 
+using detail::loadLispFile;
+
 namespace {
 
 DtlObjPtr single(DtlObjPtr const& form) {
@@ -155,9 +157,7 @@ void DtlClearLoadPaths() {
   theAdditionalLoadPaths.clear();
 }
 
-// Kept out of the header, but linked externally: the loader of the primitive load and of
-// DtcLoadLispFile.
-DtlObjPtr loadLispFile(char const* name, DtlObjPtr const& env, int warn) {
+DtlObjPtr detail::loadLispFile(char const* name, DtlObjPtr const& env, int warn) {
   if (!name) name = "";
   std::unique_ptr<FILE, FileCloser> file(std::fopen(name, "rt"));
   DtFilename found(name);
@@ -190,9 +190,8 @@ DtlObjPtr loadLispFile(char const* name, DtlObjPtr const& env, int warn) {
   }
 }
 
-// Kept out of the header, but linked externally: tries name under each directory of a KTL list
-// of strings (entries of any other kind are passed over) until a load answers a value.
-DtlObjPtr loadLispFile(DtlObjPtr const& dirs, char const* name, DtlObjPtr const& env, int warn) {
+DtlObjPtr detail::loadLispFile(DtlObjPtr const& dirs, char const* name, DtlObjPtr const& env,
+                               int warn) {
   if (!name) name = "";
   for (DtlObjPtr rest = dirs;; rest = DtcCdr(rest)) {
     if (DtcNull(rest)) {

@@ -68,6 +68,17 @@ DtlObjPtr DtlStringToNumber(DtlObjPtr const& args, DtlObjPtr const& env);
 // (number->string 12): the decimal digits of the argument's integer word.
 DtlObjPtr DtlNumberToString(DtlObjPtr const& args, DtlObjPtr const& env);
 
+// The module's own loaders, declared for its tests; hosts call DtcLoadLispFile and the others.
+namespace detail {
+// The loader of the primitive load and of DtcLoadLispFile: name, or name under each additional
+// load path; null when no file opens (with a warning if warn) or when a read or an evaluation
+// throws (the exception goes to DtWarn).
+DtlObjPtr loadLispFile(char const* name, DtlObjPtr const& env, int warn);
+// Tries name under each directory of a KTL list of strings (entries of any other kind are
+// passed over) until a load answers a value.
+DtlObjPtr loadLispFile(DtlObjPtr const& dirs, char const* name, DtlObjPtr const& env, int warn);
+}  // namespace detail
+
 }  // namespace KORRti
 
 #endif
