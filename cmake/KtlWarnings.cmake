@@ -1,2 +1,3 @@
-# Warning flags shared by every target of the project.
-add_compile_options(-Wall -Wextra)
+# Warning flags shared by every target of the project. -Wshadow catches a local that hides a
+# member or an outer local, the usual cause of a value set in the wrong place.
+add_compile_options(-Wall -Wextra -Wshadow)

@@ -4,8 +4,8 @@
 #include <ktl/envKtlReader.h>
 #include <ktl/list.h>
 #include <ktl/null.h>
-#include <util/dtException.h>
 #include <support/capture.h>
+#include <util/dtException.h>
 
 #include <string>
 #include <vector>

@@ -312,13 +312,13 @@ class ProbeReader : public DtFedReader {
   bool validate = false;
   bool skip = false;
   int readFedFilePtr(FILE* file, DtFedTarget*, DtFilename fileName, unsigned int strictChecking,
-                     bool validateIt, bool skipSwitches) override {
+                     bool validateIt, bool skipIt) override {
     ++calls;
     gotFile = file != nullptr;
     name = fileName.c_str();
     mask = strictChecking;
     validate = validateIt;
-    skip = skipSwitches;
+    skip = skipIt;
     return 0;
   }
 };

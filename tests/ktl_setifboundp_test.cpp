@@ -19,8 +19,8 @@ class SetIfBoundpTest : public ::testing::Test {
   void SetUp() override { savedLevel_ = DtNotifyLevel; }
   void TearDown() override { DtNotifyLevel = savedLevel_; }
 
-  void bind(char const* name, DtlObjPtr const& value) {
-    DtcSet(DtcIntern(name, frame), value, frame);
+  void bind(char const* symbol, DtlObjPtr const& value) {
+    DtcSet(DtcIntern(symbol, frame), value, frame);
   }
 
   DtlObjPtr frame = ktltest::makeLanguageFrame();

@@ -4,10 +4,10 @@
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <libxml/valid.h>
-#include <libxml/xmlmemory.h>
-#include <libxml/xmlwriter.h>
 #include <libxml/xmlerror.h>
+#include <libxml/xmlmemory.h>
 #include <libxml/xmlreader.h>
+#include <libxml/xmlwriter.h>
 
 #include <ktl/envObject.h>
 #include <util/dtException.h>
@@ -86,7 +86,7 @@ void XmlFree::operator()(char* text) const {
 
 DtEnvReader::~DtEnvReader() = default;
 
-DtEnvXMLReader::DtEnvXMLReader(bool validate) : validate(validate) {}
+DtEnvXMLReader::DtEnvXMLReader(bool validating) : validate(validating) {}
 
 DtEnvXMLReader::~DtEnvXMLReader() = default;
 
@@ -118,18 +118,19 @@ DtEnvironment DtEnvXMLReader::readFile(const DtString& file, bool& ok) {
   return DtEnvironment(top);
 }
 
-void DtEnvXMLReader::useDtdValidation(bool validate) {
-  this->validate = validate;
+void DtEnvXMLReader::useDtdValidation(bool validating) {
+  validate = validating;
 }
 
-bool DtEnvXMLReader::readMemory(DtEnvironment& env, const char* bytes, int size) {
+bool DtEnvXMLReader::readMemory(DtEnvironment& tree, const char* bytes, int size) {
   DtQuietXmlErrors quiet;
-  detail::TreeHold hold(this->env, current);
-  this->env = &env;
+  detail::TreeHold hold(env, current);
+  env = &tree;
   current.reset();
 
   xmlResetLastError();
-  detail::XmlPtr<xmlTextReader> reader(xmlReaderForMemory(bytes, size, nullptr, nullptr, options()));
+  detail::XmlPtr<xmlTextReader> reader(
+      xmlReaderForMemory(bytes, size, nullptr, nullptr, options()));
   if (!reader) {
     throw DtCorruptedState("DtCorruptedState: Unable to read memory.", __PRETTY_FUNCTION__,
                            DtSourceName(__FILE__).c_str(), __LINE__, nullptr);

@@ -73,7 +73,9 @@ class TreeHold {
 class DtEnvReader {
  public:
   virtual ~DtEnvReader();
-  // Reads file into a new tree. ok stays false unless the whole file was read.
+  // Reads file into a new tree. ok stays false unless the whole file was read. Each form says
+  // which failures answer with ok false and which throw: the XML form throws DtInvalidInput
+  // and DtCorruptedState, the KTL form the interpreter's DtException.
   virtual DtEnvironment readFile(const DtString& file, bool& ok) = 0;
 };
 

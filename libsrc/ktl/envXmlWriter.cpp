@@ -42,10 +42,10 @@ void report(const char* prefix, const char* what) {
 
 DtEnvWriter::~DtEnvWriter() = default;
 
-DtEnvXMLWriter::DtEnvXMLWriter(const DtString& rootName) : rootName(rootName) {}
+DtEnvXMLWriter::DtEnvXMLWriter(const DtString& documentName) : rootName(documentName) {}
 
-DtEnvXMLWriter::DtEnvXMLWriter(const DtString& rootName, const DtString& dtdFile)
-    : rootName(rootName), dtdFile(dtdFile), writeDtd(true) {}
+DtEnvXMLWriter::DtEnvXMLWriter(const DtString& documentName, const DtString& dtdName)
+    : rootName(documentName), dtdFile(dtdName), writeDtd(true) {}
 
 DtEnvXMLWriter::~DtEnvXMLWriter() {
   if (buffer) xmlBufferFree(buffer);
@@ -56,11 +56,11 @@ void DtEnvXMLWriter::setIndentation(const DtString& text) {
   indentString = text;
 }
 
-bool DtEnvXMLWriter::writeFile(DtEnvironment& env, const DtString& file) {
+bool DtEnvXMLWriter::writeFile(DtEnvironment& tree, const DtString& file) {
   DtQuietXmlErrors quiet;
-  detail::TreeHold hold(this->env, root);
-  this->env = &env;
-  root = env.root();
+  detail::TreeHold hold(env, root);
+  env = &tree;
+  root = tree.root();
 
   // The document outlives its writer: the holders go in the opposite order.
   detail::XmlPtr<xmlDoc> doc;
@@ -73,7 +73,7 @@ bool DtEnvXMLWriter::writeFile(DtEnvironment& env, const DtString& file) {
   }
   xmlTextWriterSetIndent(writer.get(), indent ? 1 : 0);
   xmlTextWriterSetIndentString(writer.get(), xml(indentString));
-  if (!writeDocument(writer.get(), env, kFileLines)) return false;
+  if (!writeDocument(writer.get(), tree, kFileLines)) return false;
   // The writer must be done with the document before it is saved.
   writer.reset();
 
@@ -82,11 +82,11 @@ bool DtEnvXMLWriter::writeFile(DtEnvironment& env, const DtString& file) {
   return saved;
 }
 
-bool DtEnvXMLWriter::writeString(DtEnvironment& env, DtString& out) {
+bool DtEnvXMLWriter::writeString(DtEnvironment& tree, DtString& out) {
   DtQuietXmlErrors quiet;
-  detail::TreeHold hold(this->env, root);
-  this->env = &env;
-  root = env.root();
+  detail::TreeHold hold(env, root);
+  env = &tree;
+  root = tree.root();
 
   if (!buffer) buffer = xmlBufferCreateSize(4000);
   if (!buffer) {
@@ -100,7 +100,7 @@ bool DtEnvXMLWriter::writeString(DtEnvironment& env, DtString& out) {
     report(kStringLines, "Error creating the xml writer\n");
     return false;
   }
-  if (!writeDocument(writer.get(), env, kStringLines)) return false;
+  if (!writeDocument(writer.get(), tree, kStringLines)) return false;
   // Freeing the writer flushes it into the buffer.
   writer.reset();
 
@@ -109,7 +109,7 @@ bool DtEnvXMLWriter::writeString(DtEnvironment& env, DtString& out) {
   return true;
 }
 
-bool DtEnvXMLWriter::writeDocument(xmlTextWriterPtr writer, DtEnvironment& env,
+bool DtEnvXMLWriter::writeDocument(xmlTextWriterPtr writer, DtEnvironment& tree,
                                    const char* lines) {
   if (xmlTextWriterStartDocument(writer, nullptr, "utf-8", nullptr) < 0) {
     report(lines, "Error at xmlTextWriterStartDocument\n");
@@ -119,7 +119,7 @@ bool DtEnvXMLWriter::writeDocument(xmlTextWriterPtr writer, DtEnvironment& env,
       xmlTextWriterWriteDTD(writer, xml(rootName), nullptr, xml(dtdFile), nullptr) < 0) {
     report(kStringLines, "Error at xmlTextWriterWriteDTD\n");
   }
-  writeRoot(writer, env.root());
+  writeRoot(writer, tree.root());
   if (xmlTextWriterEndDocument(writer) < 0) {
     report(lines, "Error at xmlTextWriterEndDocument\n");
     return false;

@@ -32,9 +32,11 @@ class DtEnvWriter {
 // Attributes are written in child order: one that follows a comment or a child element in its
 // parent can't be written any more and is left out without a report.
 //
-// Failures give false and one line on standard error; libxml2's own reports are kept off
-// standard error during a write (a structured or generic error handler that the host installed
-// still gets them).
+// A document that can't be started, ended or saved gives false and one line on standard error.
+// An element, attribute or comment that libxml2 refuses inside the document is reported the
+// same way, but the write goes on and can still answer true. libxml2's own reports are kept
+// off standard error during a write (a structured or generic error handler that the host
+// installed still gets them).
 class DtEnvXMLWriter : public DtEnvWriter {
  public:
   // Writes no document type declaration.

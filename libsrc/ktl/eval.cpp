@@ -135,8 +135,12 @@ bool step(Evaluation& state) {
       local->setFrameParent(fn->procEnv());
       DtlObjPtr values = eval_args(current->cdr(), frame);
       int rc = bind_args(fn->procParams(), values, local);
-      if (rc == 1) DtcHaltAndCatchFire("Wrong number of args for function application");
-      if (rc == 2) DtcHaltAndCatchFire("Non-symbol in function parameter list for apply");
+      if (rc == DtlBindCountMismatch) {
+        DtcHaltAndCatchFire("Wrong number of args for function application");
+      }
+      if (rc == DtlBindNotASymbol) {
+        DtcHaltAndCatchFire("Non-symbol in function parameter list for apply");
+      }
       current = allButLast(fn->procBody(), local);
       state.local = std::move(local);
       state.frame = &state.local;
@@ -152,6 +156,7 @@ bool step(Evaluation& state) {
     default:
       DtcHaltAndCatchFire("Cannot apply a non-function");
   }
+  __builtin_unreachable();  // the halt throws; said for compilers that don't see it
 }
 
 }  // namespace
@@ -186,14 +191,14 @@ DtlObjPtr eval_args(DtlObjPtr const& list, DtlObjPtr const& env) {
 }
 
 int bind_args(DtlObjPtr const& params, DtlObjPtr const& values, DtlObjPtr const& frame) {
-  if (DtcLength(params) != DtcLength(values)) return 1;
+  if (DtcLength(params) != DtcLength(values)) return DtlBindCountMismatch;
   DtlObjPtr value = values;
   for (DtlObjPtr param = params; !DtcNull(param); param = param->cdr(), value = value->cdr()) {
     DtlObjPtr name = param->car();
-    if (name.isNull() || name->tag() != DtlSymbolTag) return 2;
+    if (name.isNull() || name->tag() != DtlSymbolTag) return DtlBindNotASymbol;
     DtcSet(name, value->car(), frame);
   }
-  return 0;
+  return DtlBindDone;
 }
 
 int EnvLocalProcRefcnt(DtlObj* frame) {

@@ -16,7 +16,9 @@ extern unsigned long DtlEvalStepLimit;
 DtlObjPtr DtcEval(DtlObjPtr const& expr, DtlObjPtr const& env);
 // The values of the expressions of list, evaluated last first.
 DtlObjPtr eval_args(DtlObjPtr const& list, DtlObjPtr const& env);
-// Binds params to values in frame: 0 done, 1 count mismatch, 2 a parameter is no symbol.
+// The results of bind_args.
+enum DtlBindResult : int { DtlBindDone = 0, DtlBindCountMismatch = 1, DtlBindNotASymbol = 2 };
+// Binds params to values in frame; answers a DtlBindResult.
 int bind_args(DtlObjPtr const& params, DtlObjPtr const& values, DtlObjPtr const& frame);
 
 // How many bindings of the frame hold a closure over that same frame that nothing else holds.

@@ -266,22 +266,22 @@ DtFedReader::~DtFedReader() {
   currFddData = nullptr;
 }
 
-int DtFedReader::readFed(const char* fileName, DtFedTarget* target, unsigned int strictChecking,
-                         bool validate, bool skipSwitches) {
-  int result = 1;
+int DtFedReader::readFed(const char* fileName, DtFedTarget* readTarget, unsigned int strictChecking,
+                         bool validate, bool skip) {
+  int result = DtFedNoFile;
   // The standard MIM lookup asks the target for its format, so a read needs one.
-  if (!target) {
+  if (!readTarget) {
     lastErrorText = "No FED target given";
-    return 2;
+    return DtFedFailed;
   }
   FILE* file = openFedFile(fileName, false);
   DtFilename baseName(fileName ? fileName : "");
   baseName.stripPath();
   // A missing standard MIM is still handed on: a reader may have it built in.
-  bool standardMim = baseName.caseCompare(standardMimFileName(target->fomType()));
+  bool standardMim = baseName.caseCompare(standardMimFileName(readTarget->fomType()));
   if (file || standardMim) {
-    result = readFedFilePtr(file, target, DtFilename(fileName ? fileName : ""), strictChecking,
-                            validate, skipSwitches);
+    result = readFedFilePtr(file, readTarget, DtFilename(fileName ? fileName : ""), strictChecking,
+                            validate, skip);
   }
   if (file) fclose(file);
   return result;

@@ -75,13 +75,13 @@ namespace {
 
 int fail(DtString& error, const char* text) {
   error = text;
-  return 2;
+  return DtFedFailed;
 }
 
 int failWith(DtString& error, const char* text, const char* name) {
   error = text;
   error += name ? name : "";
-  return 2;
+  return DtFedFailed;
 }
 
 // The root class of objects or interactions: the name behind "class" compared without case.
@@ -95,62 +95,62 @@ bool rootNamed(const DtlObjPtr& classForm, const char* name) {
 int checkFed(const DtlObjPtr& form, DtString& error) {
   if (!DtcListp(form)) {
     DtVerbose << "File is not a fed file\n";
-    return 2;
+    return DtFedFailed;
   }
-  if (length(form) != 6) return 2;
+  if (length(form) != 6) return DtFedFailed;
   if (!beginsWith(form, "FED")) return fail(error, "Symbol \"FED\" not found");
-  return 0;
+  return DtFedOk;
 }
 
 int checkFederation(const DtlObjPtr& form, DtString& error) {
   if (!beginsWith(form, "Federation")) return fail(error, "Symbol \"Federation\" not found");
-  return 0;
+  return DtFedOk;
 }
 
 int checkVersion(const DtlObjPtr& form, DtString& error) {
   if (!beginsWith(form, "FEDversion")) return fail(error, "Symbol \"FEDversion\" not found");
-  return 0;
+  return DtFedOk;
 }
 
 int checkSpaces(const DtlObjPtr& form, DtString& error) {
   if (!beginsWith(form, "spaces")) return fail(error, "Symbol \"spaces\" not found");
-  return 0;
+  return DtFedOk;
 }
 
 int checkSpace(const DtlObjPtr& form, const char*& name, DtString& error) {
   if (!beginsWith(form, "space")) return fail(error, "Symbol \"space\" not found");
   name = atomText(element(form, 1));
   if (!name) return fail(error, "A string must follow symbol \"space\"");
-  return 0;
+  return DtFedOk;
 }
 
 int checkDimension(const DtlObjPtr& form, const char*& name, DtString& error) {
-  if (length(form) != 2) return 2;
+  if (length(form) != 2) return DtFedFailed;
   if (!beginsWith(form, "dimension")) return fail(error, "Symbol \"dimension\" not found");
   name = atomText(element(form, 1));
   if (!name) return fail(error, "A string must follow symbol \"dimension\"");
-  return 0;
+  return DtFedOk;
 }
 
 int checkObjects(const DtlObjPtr& form, DtlObjPtr& classForm, DtString& error) {
-  if (length(form) != 2) return 2;
+  if (length(form) != 2) return DtFedFailed;
   if (!beginsWith(form, "objects")) return fail(error, "Symbol \"objects\" not found");
   classForm = element(form, 1);
   if (!rootNamed(classForm, "objectroot")) return fail(error, "\"ObjectRoot\" not found");
-  return 0;
+  return DtFedOk;
 }
 
 int checkObjClass(const DtlObjPtr& form, const char*& name, DtString& error) {
-  if (length(form) < 2) return 2;
+  if (length(form) < 2) return DtFedFailed;
   if (!beginsWith(form, "class")) return fail(error, "Symbol \"class\" not found");
   name = atomText(element(form, 1));
   if (!name) return fail(error, "A string must follow symbol \"class\"");
-  return 0;
+  return DtFedOk;
 }
 
 int checkAttribute(const DtlObjPtr& form, Member& attribute, DtString& error) {
   int count = length(form);
-  if (count != 4 && count != 5) return 2;
+  if (count != 4 && count != 5) return DtFedFailed;
   if (!beginsWith(form, "attribute")) return fail(error, "Symbol \"attribute\" expected");
   attribute.name = atomText(element(form, 1));
   if (!attribute.name) return fail(error, "A string must follow attribute");
@@ -170,21 +170,21 @@ int checkAttribute(const DtlObjPtr& form, Member& attribute, DtString& error) {
     if (!attribute.space) return failWith(error, "Invalid space for Attribute: ", attribute.name);
   }
   if (!attribute.transportText) attribute.transportText = "";
-  return 0;
+  return DtFedOk;
 }
 
 int checkInteractions(const DtlObjPtr& form, DtlObjPtr& classForm, DtString& error) {
-  if (length(form) != 2) return 2;
+  if (length(form) != 2) return DtFedFailed;
   if (!beginsWith(form, "interactions")) return fail(error, "Symbol \"interactions\" not found");
   classForm = element(form, 1);
   if (!rootNamed(classForm, "interactionroot")) {
     return fail(error, "\"InteractionRoot\" not found");
   }
-  return 0;
+  return DtFedOk;
 }
 
 int checkIntClass(const DtlObjPtr& form, Member& head, DtString& error) {
-  if (length(form) < 4) return 2;
+  if (length(form) < 4) return DtFedFailed;
   if (!beginsWith(form, "class")) return fail(error, "Symbol \"class\" not found");
   head.name = atomText(element(form, 1));
   if (!head.name) return fail(error, "A string must follow class");
@@ -200,17 +200,17 @@ int checkIntClass(const DtlObjPtr& form, Member& head, DtString& error) {
   }
   if (!head.transportText) head.transportText = "";
   head.rest = tail(form, 4);
-  return 0;
+  return DtFedOk;
 }
 
 int takeIntClassSpace(Member& head, DtString& error) {
   head.space = nullptr;
   DtlObjPtr next = DtFed13Form::head(head.rest);
-  if (next.isNull() || DtcNull(next) || DtcListp(next)) return 0;
+  if (next.isNull() || DtcNull(next) || DtcListp(next)) return DtFedOk;
   head.space = atomText(next);
   if (!head.space) return failWith(error, "Invalid space for Interaction: ", head.name);
   head.rest = tail(head.rest, 1);
-  return 0;
+  return DtFedOk;
 }
 
 int checkParameter(const DtlObjPtr& form, const char*& name, DtString& error) {
@@ -218,32 +218,32 @@ int checkParameter(const DtlObjPtr& form, const char*& name, DtString& error) {
   if (!beginsWith(form, "parameter")) return fail(error, "Symbol \"parameter\" expected");
   name = atomText(element(form, 1));
   if (!name) return fail(error, "A string must follow parameter");
-  return 0;
+  return DtFedOk;
 }
 
 int deliverSpace(const DtlObjPtr& form, const char*& name, DtFedTarget* target, DtString& error) {
   int result = checkSpace(form, name, error);
-  if (result != 0) return result;
+  if (result != DtFedOk) return result;
   DtVerbose("Space: %s\n", name);
   if (target) target->addSpace(name);
-  return 0;
+  return DtFedOk;
 }
 
 int deliverDimension(const DtlObjPtr& form, const char* spaceName, DtFedTarget* target,
                      DtString& error) {
   const char* name = nullptr;
   int result = checkDimension(form, name, error);
-  if (result != 0) return result;
+  if (result != DtFedOk) return result;
   DtVerbose("Dimension: %s\n", name);
   if (target) target->addSpaceDimension(spaceName, name);
-  return 0;
+  return DtFedOk;
 }
 
 int deliverAttribute(const DtlObjPtr& form, const char* className, DtFedTarget* target,
                      DtString& error) {
   Member attribute;
   int result = checkAttribute(form, attribute, error);
-  if (result != 0) return result;
+  if (result != DtFedOk) return result;
   if (attribute.space) {
     DtVerbose("Attribute: %s, transport: %s, order: %s, space: %s\n", attribute.name,
               attribute.transportText, attribute.orderText, attribute.space);
@@ -255,17 +255,17 @@ int deliverAttribute(const DtlObjPtr& form, const char* className, DtFedTarget* 
     target->addSpaceAttribute(className, attribute.name, attribute.transport, attribute.order,
                               attribute.space);
   }
-  return 0;
+  return DtFedOk;
 }
 
 int deliverParameter(const DtlObjPtr& form, const char* className, DtFedTarget* target,
                      DtString& error) {
   const char* name = nullptr;
   int result = checkParameter(form, name, error);
-  if (result != 0) return result;
+  if (result != DtFedOk) return result;
   DtVerbose("Parameter: %s\n", name);
   if (target) target->addParameter(className, name);
-  return 0;
+  return DtFedOk;
 }
 
 DtString className(const char* parentName, const char* name) {
@@ -284,7 +284,7 @@ const char* baseName(const char* parentName) {
 
 int walkFirstForm(const char* text, DtString& error, const std::function<int(DtlObjPtr)>& walk) {
   std::unique_ptr<DtlStringInputStream> stream(new (std::nothrow) DtlStringInputStream(text));
-  if (!stream) return 1;
+  if (!stream) return DtFedNoFile;
   try {
     DtKtlEnvironment environment;
     DtlObjPtr eof = DtcIntern("eof", environment.env());
@@ -343,20 +343,20 @@ DtFedReader13::DtFedReader13() : objectRootReplaced(false), interactionRootRepla
 
 DtFedReader13::~DtFedReader13() = default;
 
-int DtFedReader13::readFedFilePtr(FILE* file, DtFedTarget* target, DtFilename,
-                                  unsigned int strictChecking, bool, bool skipSwitches) {
-  this->target = target;
+int DtFedReader13::readFedFilePtr(FILE* file, DtFedTarget* readTarget, DtFilename,
+                                  unsigned int strictChecking, bool, bool skip) {
+  target = readTarget;
   strictCheckingMask = strictChecking;
-  this->skipSwitches = skipSwitches;
+  skipSwitches = skip;
   // The format goes to the target before anything else, so a read needs one.
-  if (!target) {
+  if (!readTarget) {
     lastErrorText = "No FED target given";
-    return 2;
+    return DtFedFailed;
   }
   target->setFomType(DtFomType13);
   if (!file) {
     lastErrorText = "No Fed File Given";
-    return 1;
+    return DtFedNoFile;
   }
   delete[] currFddData;
   currFddData = nullptr;
@@ -397,7 +397,7 @@ int DtFedReader13::processObjects(DtlObjPtr form) {
 int DtFedReader13::processObjClass(DtlObjPtr form, const char* parentName) {
   const char* name = nullptr;
   int result = checkObjClass(form, name, lastErrorText);
-  if (result != 0) return result;
+  if (result != DtFedOk) return result;
   DtString fullName = className(parentName, name);
   bool skip = objectRootReplaced &&
               (DtString(name).caseCompare("RTIprivate") || fullName.findString("Manager") >= 0);
@@ -415,7 +415,7 @@ int DtFedReader13::processObjClass(DtlObjPtr form, const char* parentName) {
                           "Attributes and subclasses will be attempted with replacement root.\n");
     }
     if (!added) {
-      if (!startsWithAny(fullName, theObjectExemptions)) return 2;
+      if (!startsWithAny(fullName, theObjectExemptions)) return DtFedFailed;
       skip = true;
     }
   }
@@ -437,12 +437,12 @@ int DtFedReader13::processInteractions(DtlObjPtr form) {
 int DtFedReader13::processIntClass(DtlObjPtr form, const char* parentName) {
   Member head;
   int result = checkIntClass(form, head, lastErrorText);
-  if (result != 0) return result;
+  if (result != DtFedOk) return result;
   DtString fullName = className(parentName, head.name);
   bool skip = interactionRootReplaced && (DtString(head.name).caseCompare("RTIprivate") ||
                                           fullName.findString("Manager") >= 0);
   result = takeIntClassSpace(head, lastErrorText);
-  if (result != 0) return result;
+  if (result != DtFedOk) return result;
   const char* skipText = skip ? "Skip " : "";
   if (head.space) {
     DtVerbose("%sClass: %s, base: %s, transport: %s, order: %s, space: %s\n", skipText,
@@ -473,7 +473,7 @@ int DtFedReader13::processIntClass(DtlObjPtr form, const char* parentName) {
       }
     }
     if (!added) {
-      if (head.space || !startsWithAny(fullName, theInteractionExemptions)) return 2;
+      if (head.space || !startsWithAny(fullName, theInteractionExemptions)) return DtFedFailed;
       skip = true;
     }
   }

@@ -132,18 +132,18 @@ int deliverSpace(const DtlObjPtr& form, const char*& name, DtFedTarget* target, 
 template <class Reader>
 int walkFed(Reader& reader, const DtlObjPtr& form, DtString& error) {
   int result = checkFed(form, error);
-  if (result == 0) result = reader.processFederation(element(form, 1));
-  if (result == 0) result = reader.processVersion(element(form, 2));
-  if (result == 0) result = reader.processSpaces(element(form, 3));
-  if (result == 0) result = reader.processObjects(element(form, 4));
-  if (result == 0) result = reader.processInteractions(element(form, 5));
+  if (result == DtFedOk) result = reader.processFederation(element(form, 1));
+  if (result == DtFedOk) result = reader.processVersion(element(form, 2));
+  if (result == DtFedOk) result = reader.processSpaces(element(form, 3));
+  if (result == DtFedOk) result = reader.processObjects(element(form, 4));
+  if (result == DtFedOk) result = reader.processInteractions(element(form, 5));
   return result;
 }
 
 template <class Reader>
 int walkSpaces(Reader& reader, const DtlObjPtr& form, DtString& error) {
   int result = checkSpaces(form, error);
-  for (DtlObjPtr rest = tail(form, 1); result == 0 && DtcListp(rest); rest = rest->cdr()) {
+  for (DtlObjPtr rest = tail(form, 1); result == DtFedOk && DtcListp(rest); rest = rest->cdr()) {
     result = reader.processSpace(rest->car());
   }
   return result;
@@ -153,7 +153,7 @@ template <class Reader>
 int walkSpace(Reader& reader, const DtlObjPtr& form, DtFedTarget* target, DtString& error) {
   const char* name = nullptr;
   int result = deliverSpace(form, name, target, error);
-  for (DtlObjPtr rest = tail(form, 2); result == 0 && DtcListp(rest); rest = rest->cdr()) {
+  for (DtlObjPtr rest = tail(form, 2); result == DtFedOk && DtcListp(rest); rest = rest->cdr()) {
     result = reader.processDimension(rest->car(), name);
   }
   return result;
@@ -163,7 +163,7 @@ template <class Reader>
 int walkObjects(Reader& reader, const DtlObjPtr& form, DtString& error) {
   DtlObjPtr classForm;
   int result = checkObjects(form, classForm, error);
-  if (result != 0) return result;
+  if (result != DtFedOk) return result;
   return reader.processObjClass(classForm, nullptr);
 }
 
@@ -171,7 +171,7 @@ template <class Reader>
 int walkInteractions(Reader& reader, const DtlObjPtr& form, DtString& error) {
   DtlObjPtr classForm;
   int result = checkInteractions(form, classForm, error);
-  if (result != 0) return result;
+  if (result != DtFedOk) return result;
   return reader.processIntClass(classForm, nullptr);
 }
 
@@ -182,8 +182,8 @@ template <class Reader>
 int walkClassBody(Reader& reader, DtlObjPtr rest, const char* className, const char* member,
                   int (Reader::*memberSlot)(DtlObjPtr, const char*),
                   int (Reader::*classSlot)(DtlObjPtr, const char*), DtString& error) {
-  int result = 0;
-  for (; result == 0 && DtcListp(rest); rest = rest->cdr()) {
+  int result = DtFedOk;
+  for (; result == DtFedOk && DtcListp(rest); rest = rest->cdr()) {
     DtlObjPtr item = rest->car();
     if (beginsWith(item, member)) {
       result = (reader.*memberSlot)(item, className);
@@ -191,7 +191,7 @@ int walkClassBody(Reader& reader, DtlObjPtr rest, const char* className, const c
       result = (reader.*classSlot)(item, className);
     } else {
       error = "Unexpected symbol found";
-      result = 2;
+      result = DtFedFailed;
     }
   }
   return result;

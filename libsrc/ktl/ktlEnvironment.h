@@ -13,7 +13,9 @@ class DtList;
 //
 // Destroying it ends the root frame whatever still holds it, which also frees the reference
 // cycles closures make through the root. Handles a host still holds to the root, or to
-// procedures made in it, dangle from then on. It cannot be copied: a copy holds a null frame.
+// procedures made in it, dangle from then on. It is not meant to be copied: the copy
+// constructor and the assignment exist, but only warn on DtWarn; a copy holds a null frame and
+// an assignment changes nothing.
 class DtKtlEnvironment {
  public:
   DtKtlEnvironment();

@@ -20,11 +20,11 @@ DtKtlFedReader::DtKtlFedReader() : target(nullptr) {
 
 DtKtlFedReader::~DtKtlFedReader() = default;
 
-int DtKtlFedReader::readFedFilePtr(FILE* file, DtFedTarget* target, DtFilename,
-                                   unsigned int strictChecking, bool, bool skipSwitches) {
-  this->target = target;
+int DtKtlFedReader::readFedFilePtr(FILE* file, DtFedTarget* readTarget, DtFilename,
+                                   unsigned int strictChecking, bool, bool skip) {
+  target = readTarget;
   strictCheckingMask = strictChecking;
-  this->skipSwitches = skipSwitches;
+  skipSwitches = skip;
   // A null file leaves the buffer null: readFileIntoBuffer warns, and the text read is empty.
   // The text is not kept after the read.
   char* buffer = nullptr;
@@ -66,7 +66,7 @@ int DtKtlFedReader::processObjects(DtlObjPtr form) {
 int DtKtlFedReader::processObjClass(DtlObjPtr form, const char* parentName) {
   const char* name = nullptr;
   int result = checkObjClass(form, name, lastErrorText);
-  if (result != 0) return result;
+  if (result != DtFedOk) return result;
   DtString fullName = className(parentName, name);
   DtVerbose("Class: %s, Base: %s \n", fullName.c_str(), baseName(parentName));
   if (target) target->addObjectClass(fullName.c_str(), parentName);
@@ -86,10 +86,10 @@ int DtKtlFedReader::processInteractions(DtlObjPtr form) {
 int DtKtlFedReader::processIntClass(DtlObjPtr form, const char* parentName) {
   Member head;
   int result = checkIntClass(form, head, lastErrorText);
-  if (result != 0) return result;
+  if (result != DtFedOk) return result;
   DtString fullName = className(parentName, head.name);
   result = takeIntClassSpace(head, lastErrorText);
-  if (result != 0) return result;
+  if (result != DtFedOk) return result;
   if (head.space) {
     DtVerbose("Class: %s, base: %s, transport: %s, order: %s, space: %s\n", fullName.c_str(),
               baseName(parentName), head.transportText, head.orderText, head.space);

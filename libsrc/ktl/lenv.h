@@ -7,8 +7,8 @@ namespace KORRti {
 
 // One binding of a frame's table.
 struct symbol_entry {
-  symbol_entry(DtlObjPtr const& symbol, DtlObjPtr const& value)
-      : symbol(symbol), value(value), next(nullptr) {}
+  symbol_entry(DtlObjPtr const& boundSymbol, DtlObjPtr const& boundValue)
+      : symbol(boundSymbol), value(boundValue), next(nullptr) {}
   DtlObjPtr symbol;
   DtlObjPtr value;
   symbol_entry* next;

@@ -41,7 +41,9 @@ class DtlObjPtr {
   DtlObjPtr() : ptr_(nullptr) {}
   DtlObjPtr(DtlObjPtr const& other) : ptr_(other.ptr_) { IncObjRefCnt(ptr_); }
   DtlObjPtr(DtlObjPtr&& other) noexcept : ptr_(other.ptr_) { other.ptr_ = nullptr; }
-  // A new record of that kind, held with count 1; a null handle if memory ran out.
+  // A new record of that kind, held with count 1; a null handle if there is no memory for the
+  // record. What the record needs besides (a frame's binding table, a string's text) halts
+  // with "out of memory in ..." when it can't be had, as every other halt does.
   explicit DtlObjPtr(DtlTagType tag);
   explicit DtlObjPtr(int fixnum);
   explicit DtlObjPtr(double flonum);
