@@ -2,7 +2,8 @@
 # Installs the Debian packages the build, the tests and the benchmarks need.
 # Run as root on a fresh Debian machine; a second run is quick.
 set -euo pipefail
-packages=(cmake g++ make ninja-build pkg-config libxml2-dev libtclap-dev libgtest-dev libgmock-dev libbenchmark-dev)
+packages=(cmake g++ make ninja-build pkg-config git libxml2-dev libtclap-dev libgtest-dev libgmock-dev
+  libbenchmark-dev clang-format clang-tidy)
 if [ "${1:-}" = "--fuzz" ]; then
   packages+=(clang libclang-rt-dev)
 fi

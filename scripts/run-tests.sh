@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the dependencies, builds everything from scratch in build-asan/ with
-# AddressSanitizer and UndefinedBehaviorSanitizer, and runs every suite through CTest.
+# AddressSanitizer and UndefinedBehaviorSanitizer, checks format and lint (scripts/lint.sh),
+# and runs every suite through CTest.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -11,6 +12,7 @@ rm -rf "$build"
 generator=()
 if command -v ninja >/dev/null 2>&1; then generator=(-G Ninja); fi
 cmake -S . -B "$build" "${generator[@]}" -DKTL_SANITIZE=ON
+bash scripts/lint.sh "$build"
 cmake --build "$build" -j "$(nproc)"
 
 export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=1}

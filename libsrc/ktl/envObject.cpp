@@ -34,7 +34,8 @@ DtEnvValue* DtEnvObject::clone() const {
 }
 
 DtEnvValueSP DtEnvObject::first() const {
-  return next(next(DtEnvList::first()));
+  // The list's own first child, past the object's two holders, not the named list's.
+  return next(next(DtEnvList::first()));  // NOLINT(bugprone-parent-virtual-call)
 }
 
 void DtEnvObject::append(DtEnvValueSP child) {

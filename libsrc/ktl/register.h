@@ -68,6 +68,8 @@ class DtcLispString : public DtcParam {
 };
 
 // The host side: one class per host type, holding the variable's address.
+// The parameters name types and classes, which can't stand in parentheses.
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define KTL_DECLARE_USER_PARAM(Class, Base, Type)                 \
   class Class : public Base {                                     \
    public:                                                        \
@@ -79,6 +81,7 @@ class DtcLispString : public DtcParam {
    private:                                                       \
     Type* variable_;                                              \
   };
+// NOLINTEND(bugprone-macro-parentheses)
 
 KTL_DECLARE_USER_PARAM(DtcUserFloat, DtcLispDouble, float)
 KTL_DECLARE_USER_PARAM(DtcUserDouble, DtcLispDouble, double)
