@@ -21,6 +21,11 @@ bool isSymbol(const DtlObjPtr& object) {
   return !object.isNull() && object->tag() == DtlSymbolTag;
 }
 
+// The lines this reader reports name a class that is not in this code. Hosts match them as
+// they stand, so they are kept, not corrected.
+const char kDataStreamError[] = "DtReaderWriter: error in data stream\n";
+const char kErrPrintError[] = "DtReaderWriter: error DtcErrPrint\n";
+
 struct FileCloser {
   void operator()(FILE* file) const { std::fclose(file); }
 };
@@ -65,8 +70,8 @@ void DtEnvKTLReader::processObject(const DtlObjPtr& object) {
     return;
   }
   if (!isSymbol(head)) {
-    std::fputs("DtReaderWriter: error in data stream\n", stderr);
-    if (DtcErrPrint(head).isNull()) std::fputs("DtReaderWriter: error DtcErrPrint\n", stderr);
+    std::fputs(kDataStreamError, stderr);
+    if (DtcErrPrint(head).isNull()) std::fputs(kErrPrintError, stderr);
     return;
   }
   if (isString(second)) {
