@@ -16,13 +16,13 @@
     bytes[name] += $bcol; items[name] += $icol; n[name]++
   }
   END {
-    split("BM_FedReader1516 BM_FedReader1516Reused BM_XmlReadMemory", names, " ")
+    split("BM_FedReader1516 BM_FedReader1516Reused BM_FedReader1516WithTeardown BM_XmlReadMemory", names, " ")
     base = bytes["BM_XmlReadMemory"] / n["BM_XmlReadMemory"]
-    printf "\n%-22s %12s %10s %24s\n", "", "docs/s", "MB/s", "cost / xmlReadMemory"
-    for (k = 1; k <= 3; k++) {
+    printf "\n%-30s %12s %10s %24s\n", "", "docs/s", "MB/s", "cost / xmlReadMemory"
+    for (k = 1; k <= 4; k++) {
       name = names[k]
       if (!n[name]) continue
       b = bytes[name] / n[name]; f = items[name] / n[name]
-      printf "%-22s %12.1f %10.2f %24.3f\n", substr(name, 4), f, b / 1e6, base / b
+      printf "%-30s %12.1f %10.2f %24.3f\n", substr(name, 4), f, b / 1e6, base / b
     }
   }

@@ -306,6 +306,7 @@ const char* capabilityName(int32_t capability) {
 template <typename Child>
 std::vector<const Child*> byName(const std::set<std::shared_ptr<Child>>& children) {
   std::vector<const Child*> sorted;
+  sorted.reserve(children.size());
   for (const auto& child : children) sorted.push_back(child.get());
   std::stable_sort(sorted.begin(), sorted.end(), [](const Child* a, const Child* b) {
     return std::string(a->name.c_str()) < std::string(b->name.c_str());

@@ -47,20 +47,6 @@ bool contains(const DtString& haystack, const char* needle) {
   return std::strstr(haystack.c_str(), needle) != nullptr;
 }
 
-// One owner for each kind of libxml2 object the reader makes.
-struct DocFree {
-  void operator()(xmlDoc* doc) const { xmlFreeDoc(doc); }
-};
-struct DtdFree {
-  void operator()(xmlDtd* dtd) const { xmlFreeDtd(dtd); }
-};
-struct ValidCtxtFree {
-  void operator()(xmlValidCtxt* context) const { xmlFree(context); }
-};
-using DocHolder = std::unique_ptr<xmlDoc, DocFree>;
-using DtdHolder = std::unique_ptr<xmlDtd, DtdFree>;
-using ValidCtxtHolder = std::unique_ptr<xmlValidCtxt, ValidCtxtFree>;
-
 // A read fetches nothing over the network, whatever DTD or entity a document names, and reads
 // no device or pipe, which might never end: while this lives, libxml2 loads external resources
 // only from local regular files. The loader is process-wide, like the rest of libxml2's set-up,
@@ -87,14 +73,11 @@ class LocalLoadsOnly {
     if (path.find("://") != std::string::npos) return false;
     if (isRegular(path.c_str())) return true;
     // libxml2 may have escaped the path as a URI ("%20" for a blank).
-    std::unique_ptr<char, XmlFree> unescaped(xmlURIUnescapeString(path.c_str(), 0, nullptr));
+    detail::XmlPtr<char> unescaped(xmlURIUnescapeString(path.c_str(), 0, nullptr));
     return unescaped && isRegular(unescaped.get());
   }
 
  private:
-  struct XmlFree {
-    void operator()(char* text) const { xmlFree(text); }
-  };
   static bool isRegular(const char* path) {
     struct stat info;
     return ::stat(path, &info) == 0 && S_ISREG(info.st_mode);
@@ -455,7 +438,7 @@ struct DtFedReader1516::RecordWalk {
         unexpectedChild(child, wrongChild);
         continue;
       }
-      std::shared_ptr<Child> record(new Child());
+      std::shared_ptr<Child> record = std::make_shared<Child>();
       children.insert(record);
       fill(child, *record, fields, wrongAttribute);
     }
@@ -514,16 +497,16 @@ DtFedReader1516::~DtFedReader1516() {
   xmlCleanupParser();
 }
 
-int DtFedReader1516::readFedFilePtr(FILE* file, DtFedTarget* target, DtFilename fileName,
-                                    unsigned int strictChecking, bool validate, bool skipSwitches) {
+int DtFedReader1516::readFedFilePtr(FILE* file, DtFedTarget* readTarget, DtFilename name,
+                                    unsigned int mask, bool validate, bool skip) {
   if (!file) return DtFedNoFile;
-  this->target = target;
-  strictCheckingMask = strictChecking;
-  this->skipSwitches = skipSwitches;
+  target = readTarget;
+  strictCheckingMask = mask;
+  skipSwitches = skip;
   int status = DtFedOk;
   DtQuietXmlErrors quiet;
   LocalLoadsOnly localLoads;
-  DocHolder doc;
+  detail::XmlPtr<xmlDoc> doc;
   try {
     if (target) target->setFomType(DtFomType1516);
     delete[] currFddData;
@@ -552,17 +535,17 @@ int DtFedReader1516::readFedFilePtr(FILE* file, DtFedTarget* target, DtFilename 
         dtdFile = chars(dtd->SystemID);
         if (dtdFile.relative()) {
           DtInfo("Checking path relative to FED file directory for %s\n", dtdFile.c_str());
-          DtFilename directory = DtFilename::stripFilename(fileName);
+          DtFilename directory = DtFilename::stripFilename(name);
           dtdFile = directory.append(dtdFile);
         }
         break;
       }
       if (!found) {
         lastErrorText = "FDD missing DTD.";
-        if (this->strictChecking(DtStrictUnexpectedContent)) status = DtFedFailed;
+        if (strictChecking(DtStrictUnexpectedContent)) status = DtFedFailed;
       } else if (!dtdValidate(doc.get(), dtdFile.c_str())) {
         lastErrorText = kFailedValidation;
-        if (this->strictChecking(DtStrictUnexpectedContent)) status = DtFedFailed;
+        if (strictChecking(DtStrictUnexpectedContent)) status = DtFedFailed;
       }
     }
     if (status == DtFedOk) status = processFed(root);
@@ -577,9 +560,9 @@ bool DtFedReader1516::dtdValidate(xmlDoc* doc, const char* dtdFile) {
   if (!doc || !dtdFile) return false;
   if (!LocalLoadsOnly::isLocalFile(dtdFile)) return false;
   LocalLoadsOnly localLoads;
-  DtdHolder dtd(xmlParseDTD(nullptr, text(dtdFile)));
+  detail::XmlPtr<xmlDtd> dtd(xmlParseDTD(nullptr, text(dtdFile)));
   if (!dtd) return false;
-  ValidCtxtHolder context(static_cast<xmlValidCtxt*>(xmlMalloc(sizeof(xmlValidCtxt))));
+  detail::XmlPtr<xmlValidCtxt> context(static_cast<xmlValidCtxt*>(xmlMalloc(sizeof(xmlValidCtxt))));
   if (!context) return false;
   std::memset(context.get(), 0, sizeof(xmlValidCtxt));
   return xmlValidateDtd(context.get(), doc, dtd.get()) != 0;
@@ -590,7 +573,7 @@ int DtFedReader1516::processXmlDocPtr(xmlDoc* doc) {
     lastErrorText = "Error reading FDD";
     return DtFedFailed;
   }
-  DocHolder held(doc);
+  detail::XmlPtr<xmlDoc> held(doc);
   int status = DtFedOk;
   DtVerbose("Reading FDD : \n");
   xmlNode* root = xmlDocGetRootElement(doc);
@@ -639,7 +622,7 @@ int DtFedReader1516::processXmlDocPtr(xmlDoc* doc) {
     }
   }
   // The caller keeps a document that passed; one that failed is freed here.
-  if (status == DtFedOk) held.release();
+  if (status == DtFedOk) static_cast<void>(held.release());
   return status;
 }
 
@@ -1229,8 +1212,10 @@ int DtFedReader1516::parseAttribute(xmlNode* node, const DtString& className) {
 
 template <typename Add>
 int DtFedReader1516::addDimensionList(xmlNode* node, Add add) {
+  // Without a target the list counts as "NA": nothing is offered.
+  if (!target) return DtFedOk;
   DtString list;
-  if (!target || !getPropertyByName(node, text(attrDimensions), list)) list = valueDimensionsNA;
+  if (!getPropertyByName(node, text(attrDimensions), list)) list = valueDimensionsNA;
   bool ok = true;
   for (;;) {
     while (list.size() > 0 && list[0] == ' ') list.snipFront(' ', false);
