@@ -34,10 +34,16 @@ struct FileCloser {
 
 DtEnvKTLReader::DtEnvKTLReader() = default;
 
-DtEnvKTLReader::~DtEnvKTLReader() = default;
+// Outside a read env is null, unless a subclass set it: the reader owns what it points to.
+DtEnvKTLReader::~DtEnvKTLReader() {
+  delete env;
+}
 
 DtEnvironment DtEnvKTLReader::readFile(const DtString& file, bool& ok) {
   ok = false;
+  // A tree a subclass left in env is the reader's, and goes now.
+  delete env;
+  env = nullptr;
   // The tree under construction is this call's until it is handed out; however the read ends,
   // it is handed out or freed, and the reader holds nothing of it.
   std::unique_ptr<DtEnvironment> tree(new DtEnvironment());
