@@ -634,10 +634,8 @@ int DtFedReader1516::processFed(xmlNode* root) {
   int status = DtFedOk;
   // This form has no update rates: their bit counts as seen.
   unsigned int seen = 0x20;
-  DtString properties;
-  appendNodeProperties(root, properties);
   DtVerbose("Federation Properties:\n");
-  DtVerbose("%s \n\n", properties.c_str());
+  logNodeProperties(root);
 
   // Dimensions and transportations first, wherever they stand: classes refer to them.
   if (xmlNode* dimensions = getNodeByName(root, text(tagDimensions))) {
@@ -860,15 +858,11 @@ int DtFedReader1516::parseTimeTree(xmlNode* node) {
 int DtFedReader1516::parseDataTypeTree(xmlNode* node) {
   int status = DtFedOk;
   if (!node) return status;
-  DtString properties;
-  appendNodeProperties(node, properties);
-  DtVerbose("%s \n\n", properties.c_str());
+  logNodeProperties(node);
   for (xmlNode* child = node->children; child && status == DtFedOk; child = child->next) {
     if (isComment(child) || isBlankText(child)) continue;
     DtVerbose("DataType Tree Tag: %s\n", chars(child->name));
-    DtString childProperties;
-    appendNodeProperties(child, childProperties);
-    DtVerbose("%s \n\n", childProperties.c_str());
+    logNodeProperties(child);
     if (named(child, tagBasicDataReps)) {
       status = parseBasicDataTypesTree(child);
     } else if (named(child, tagSimpleDataTypes)) {

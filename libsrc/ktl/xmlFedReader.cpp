@@ -52,16 +52,12 @@ DtXmlFedReader::~DtXmlFedReader() = default;
 int DtXmlFedReader::parseTransportationTree(xmlNode* node) {
   int status = DtFedOk;
   if (!node) return status;
-  DtString properties;
-  appendNodeProperties(node, properties);
-  DtVerbose("%s \n\n", properties.c_str());
+  logNodeProperties(node);
   for (xmlNode* child = node->children; child && status == DtFedOk; child = child->next) {
     if (isComment(child) || isBlankText(child)) continue;
     DtVerbose("Transportation Tree Tag: %s\n", chars(child->name));
     if (xmlStrEqual(child->name, text(tagTransport))) {
-      DtString childProperties;
-      appendNodeProperties(child, childProperties);
-      DtVerbose("%s \n\n", childProperties.c_str());
+      logNodeProperties(child);
     } else {
       lastErrorText =
           "Unexpected tag in transportations tree for FDD file.\n\tTransportation Tag = ";
@@ -70,6 +66,13 @@ int DtXmlFedReader::parseTransportationTree(xmlNode* node) {
     }
   }
   return status;
+}
+
+void DtXmlFedReader::logNodeProperties(xmlNode* node) const {
+  if (!DtVerbose.enabled()) return;
+  DtString properties;
+  appendNodeProperties(node, properties);
+  DtVerbose("%s \n\n", properties.c_str());
 }
 
 void DtXmlFedReader::appendNodeProperties(xmlNode* node, DtString& out) const {

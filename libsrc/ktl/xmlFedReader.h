@@ -395,6 +395,10 @@ class DtXmlFedReader : public DtFedReader {
     if (run > 0 && run < size) text.erase(0, run);
   }
 
+  // Writes the attributes of node to DtVerbose as appendNodeProperties gives them, followed by
+  // " \n\n"; nothing is made when DtVerbose is off.
+  void logNodeProperties(xmlNode* node) const;
+
   static const DtString theValueObjectRoot;
   static const DtString theValuePrivilegeToDelete;
   static const DtString theValueEnabled;
