@@ -15,95 +15,14 @@
 #include <ktl/fedReader1516.h>
 #include <util/notify.h>
 
+#include "support/keeping_target.h"
+
 namespace {
 
 using namespace KORRti;
 
 const std::string kFile =
     std::string(KTL_SOURCE_DIR) + "/tests/data/fom/ieee1516-2000/RPR_FOM_v2.0_1516-2000.xml";
-
-// Records what a host that builds a model would: every name copied (into one text, each name
-// behind a null byte, as a host's string table would), every record kept.
-class RecordingTarget : public DtFedTarget {
- public:
-  std::string names;
-  std::vector<std::unique_ptr<DtTransportationType>> transportations;
-  std::vector<std::unique_ptr<DtSynchronizationPointsType>> synchronizations;
-  std::vector<std::unique_ptr<DtUserSuppliedTagsType>> tags;
-  std::vector<std::unique_ptr<DtNotesType>> notes;
-  std::vector<std::unique_ptr<DtTimeType>> time;
-  std::vector<std::unique_ptr<DtBasicDataRepresentationType>> basic;
-  std::vector<std::unique_ptr<DtSimpleDatatypeType>> simple;
-  std::vector<std::unique_ptr<DtEnumeratedDatatypeType>> enumerated;
-  std::vector<std::unique_ptr<DtArrayDatatypeType>> array;
-  std::vector<std::unique_ptr<DtFixedRecordDatatypeType>> fixedRecord;
-  std::vector<std::unique_ptr<DtVariantRecordDatatypeType>> variantRecord;
-
-  RecordingTarget() { names.reserve(1 << 16); }
-
-  void keep(const char* text) {
-    names += text ? text : "";
-    names += '\0';
-  }
-  template <typename Record>
-  static bool own(std::vector<std::unique_ptr<Record>>& records, Record* record) {
-    records.emplace_back(record);
-    return true;
-  }
-  bool addObjectClass(const char* name, const char* parent) override {
-    keep(name);
-    keep(parent);
-    return true;
-  }
-  bool addAttribute(const char* className, const char* name, DtTransportType, DtOrderType,
-                    DtSharingType_enum, DtFomUpdateType_enum, const DtString&, DtOwnershipType_enum,
-                    const DtString&, void*) override {
-    keep(className);
-    keep(name);
-    return true;
-  }
-  bool addAttributeDimension(const char*, const char*, const char* dimension) override {
-    keep(dimension);
-    return true;
-  }
-  bool addInteractionClass(const char* name, const char* parent, DtTransportType, DtOrderType,
-                           const char*) override {
-    keep(name);
-    keep(parent);
-    return true;
-  }
-  bool addInteractionDimension(const char*, const char* dimension) override {
-    keep(dimension);
-    return true;
-  }
-  bool addParameter(const char* className, const char* name) override {
-    keep(className);
-    keep(name);
-    return true;
-  }
-  bool addDimension(const char* name, unsigned long, unsigned long, unsigned long, bool,
-                    const DtString&) override {
-    keep(name);
-    return true;
-  }
-  bool addTransportation(DtTransportationType* r) override { return own(transportations, r); }
-  bool addSynchronizationPoint(DtSynchronizationPointsType* r) override {
-    return own(synchronizations, r);
-  }
-  bool addUserSuppliedTag(DtUserSuppliedTagsType* r) override { return own(tags, r); }
-  bool addNote(DtNotesType* r) override { return own(notes, r); }
-  bool addTime(DtTimeType* r) override { return own(time, r); }
-  bool addBasicDataRepresentation(DtBasicDataRepresentationType* r) override {
-    return own(basic, r);
-  }
-  bool addSimpleDatatype(DtSimpleDatatypeType* r) override { return own(simple, r); }
-  bool addEnumeratedDatatype(DtEnumeratedDatatypeType* r) override { return own(enumerated, r); }
-  bool addArrayDatatype(DtArrayDatatypeType* r) override { return own(array, r); }
-  bool addFixedRecordDatatype(DtFixedRecordDatatypeType* r) override { return own(fixedRecord, r); }
-  bool addVariantRecordDatatype(DtVariantRecordDatatypeType* r) override {
-    return own(variantRecord, r);
-  }
-};
 
 std::vector<char> fileBytes() {
   std::vector<char> bytes;
@@ -128,7 +47,7 @@ void report(benchmark::State& state, size_t bytes) {
 // it built afterwards are the host's business and are not.
 bool timedRead(benchmark::State& state, DtFedReader1516& reader, bool withTeardown) {
   state.PauseTiming();
-  std::unique_ptr<RecordingTarget> target(new RecordingTarget());
+  std::unique_ptr<ktltest::KeepingTarget> target(new ktltest::KeepingTarget());
   state.ResumeTiming();
   if (reader.readFed(kFile.c_str(), target.get(), 0, false, false) != 0) {
     state.SkipWithError("the document did not read");

@@ -15,51 +15,11 @@
 #include <ktl/ktlFedReader.h>
 #include <util/notify.h>
 
+#include "support/keeping_target.h"
+
 namespace {
 
 using namespace KORRti;
-
-// Copies every name, so that a pointer the reader passes is read through.
-class CopyingTarget : public DtFedTarget {
- public:
-  std::vector<std::string> names;
-  bool refuseRoots = false;
-
-  void keep(const char* text) { names.push_back(text ? text : ""); }
-  bool addSpace(const char* name) override {
-    keep(name);
-    return true;
-  }
-  bool addSpaceDimension(const char* space, const char* dimension) override {
-    keep(space);
-    keep(dimension);
-    return true;
-  }
-  bool addObjectClass(const char* name, const char* parent) override {
-    keep(name);
-    keep(parent);
-    return !(refuseRoots && !parent && std::string(name) == "ObjectRoot");
-  }
-  bool addSpaceAttribute(const char* className, const char* name, DtTransportType, DtOrderType,
-                         const char* space) override {
-    keep(className);
-    keep(name);
-    keep(space);
-    return true;
-  }
-  bool addInteractionClass(const char* name, const char* parent, DtTransportType, DtOrderType,
-                           const char* space) override {
-    keep(name);
-    keep(parent);
-    keep(space);
-    return !(refuseRoots && !parent && std::string(name) == "InteractionRoot");
-  }
-  bool addParameter(const char* className, const char* name) override {
-    keep(className);
-    keep(name);
-    return true;
-  }
-};
 
 // One file for the whole run, rewritten for each input.
 const std::string& scratchFile() {
@@ -87,15 +47,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   DtNotifyLevel = 0;
   {
     DtFedReader13 reader;
-    CopyingTarget target;
-    target.refuseRoots = size % 2 == 1;  // half the inputs go through root replacement
+    ktltest::KeepingTarget target;
+    if (size % 2 == 1) {  // half the inputs go through root replacement
+      target.refusedRoots = {"ObjectRoot", "InteractionRoot"};
+    }
     int result = reader.readFed(path.c_str(), &target, 0, false, false);
     if (result < 0 || result > 2) abort();
     delete[] reader.takeCurrFddData();
   }
   {
     DtKtlFedReader reader;
-    CopyingTarget target;
+    ktltest::KeepingTarget target;
     int result = reader.readFed(path.c_str(), &target, 0, false, false);
     if (result < 0 || result > 2) abort();
   }

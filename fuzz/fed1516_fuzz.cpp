@@ -17,6 +17,8 @@
 #include <ktl/fedReader1516.h>
 #include <util/notify.h>
 
+#include "support/keeping_target.h"
+
 namespace {
 
 using namespace KORRti;
@@ -28,83 +30,6 @@ const char theDtd[] =
     "<!ELEMENT objects ANY>\n"
     "<!ELEMENT objectClass ANY>\n"
     "<!ATTLIST objectClass name CDATA #REQUIRED>\n";
-
-class KeepingTarget : public DtFedTarget {
- public:
-  std::vector<std::string> names;
-  std::vector<std::shared_ptr<void>> records;
-  bool refuseRoots = false;
-
-  void keep(const char* text) { names.push_back(text ? text : ""); }
-  template <typename Record>
-  bool own(Record* record) {
-    names.push_back(record ? "record" : "null");
-    records.emplace_back(record, [](void* p) { delete static_cast<Record*>(p); });
-    return true;
-  }
-  bool addDimension(const char* name, unsigned long, unsigned long, unsigned long, bool,
-                    const DtString& normalization) override {
-    keep(name);
-    keep(normalization.c_str());
-    return true;
-  }
-  bool addObjectClass(const char* name, const char* parent) override {
-    keep(name);
-    keep(parent);
-    return !(refuseRoots && !parent && std::string(name) == "HLAobjectRoot");
-  }
-  bool addAttribute(const char* className, const char* name, DtTransportType, DtOrderType,
-                    DtSharingType_enum, DtFomUpdateType_enum, const DtString& condition,
-                    DtOwnershipType_enum, const DtString& semantics, void*) override {
-    keep(className);
-    keep(name);
-    keep(condition.c_str());
-    keep(semantics.c_str());
-    return true;
-  }
-  bool addAttributeDimension(const char* className, const char* attribute,
-                             const char* dimension) override {
-    keep(className);
-    keep(attribute);
-    keep(dimension);
-    return true;
-  }
-  bool addInteractionClass(const char* name, const char* parent, DtTransportType, DtOrderType,
-                           const char* space) override {
-    keep(name);
-    keep(parent);
-    keep(space);
-    return !(refuseRoots && !parent && std::string(name) == "HLAinteractionRoot");
-  }
-  bool addInteractionDimension(const char* className, const char* dimension) override {
-    keep(className);
-    keep(dimension);
-    return true;
-  }
-  bool addParameter(const char* className, const char* name) override {
-    keep(className);
-    keep(name);
-    return true;
-  }
-  bool addTransportation(DtTransportationType* r) override { return own(r); }
-  bool addSynchronizationPoint(DtSynchronizationPointsType* r) override { return own(r); }
-  bool addUserSuppliedTag(DtUserSuppliedTagsType* r) override { return own(r); }
-  bool addNote(DtNotesType* r) override { return own(r); }
-  bool addTime(DtTimeType* r) override { return own(r); }
-  bool addBasicDataRepresentation(DtBasicDataRepresentationType* r) override { return own(r); }
-  bool addSimpleDatatype(DtSimpleDatatypeType* r) override { return own(r); }
-  bool addEnumeratedDatatype(DtEnumeratedDatatypeType* r) override { return own(r); }
-  bool addArrayDatatype(DtArrayDatatypeType* r) override { return own(r); }
-  bool addFixedRecordDatatype(DtFixedRecordDatatypeType* r) override { return own(r); }
-  bool addVariantRecordDatatype(DtVariantRecordDatatypeType* r) override { return own(r); }
-  // Every other record is a duplicate, so that both roads are taken.
-  bool hasNote(const DtNotesType&) override { return (++asked % 2) == 0; }
-  bool hasSimpleDatatype(const DtSimpleDatatypeType&) override { return (++asked % 2) == 0; }
-  bool hasEnumeratedDatatype(const DtEnumeratedDatatypeType&) override {
-    return (++asked % 2) == 0;
-  }
-  int asked = 0;
-};
 
 // One directory for the whole run, with the DTD beside the document rewritten for each input.
 const std::string& scratchFile() {
@@ -136,8 +61,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   DtNotifyLevel = 0;
   {
     DtFedReader1516 reader;
-    KeepingTarget target;
-    target.refuseRoots = size % 3 == 0;  // a third of the inputs go through root replacement
+    ktltest::KeepingTarget target;
+    target.everyOtherIsDuplicate = true;
+    if (size % 3 == 0) {  // a third of the inputs go through root replacement
+      target.refusedRoots = {"HLAobjectRoot", "HLAinteractionRoot"};
+    }
     bool validate = size % 2 == 1;
     unsigned int strict = (size / 2) % 2 == 1 ? DtStrictUnexpectedContent : 0;
     int result = reader.readFed(path.c_str(), &target, strict, validate, size % 5 == 0);
