@@ -4,6 +4,8 @@
 // bytes, with the document freed, measured in the same run: the parse that the reader walks.
 #include <benchmark/benchmark.h>
 
+#include "bench_support.h"
+
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -25,21 +27,7 @@ const std::string kFile =
     std::string(KTL_SOURCE_DIR) + "/tests/data/fom/ieee1516-2000/RPR_FOM_v2.0_1516-2000.xml";
 
 std::vector<char> fileBytes() {
-  std::vector<char> bytes;
-  FILE* file = std::fopen(kFile.c_str(), "rb");
-  if (!file) return bytes;
-  char block[4096];
-  size_t count;
-  while ((count = std::fread(block, 1, sizeof block, file)) > 0) {
-    bytes.insert(bytes.end(), block, block + count);
-  }
-  std::fclose(file);
-  return bytes;
-}
-
-void report(benchmark::State& state, size_t bytes) {
-  state.SetItemsProcessed(state.iterations());
-  state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * bytes));
+  return ktlbench::fileBytes(kFile);
 }
 
 // One read of the document by reader into a new recording target. The read is timed from the
@@ -68,7 +56,7 @@ void BM_FedReader1516(benchmark::State& state) {
     DtFedReader1516 reader;
     if (!timedRead(state, reader, false)) return;
   }
-  report(state, bytes);
+  ktlbench::reportFiles(state, bytes);
 }
 BENCHMARK(BM_FedReader1516)->Unit(benchmark::kMillisecond);
 
@@ -80,7 +68,7 @@ void BM_FedReader1516Reused(benchmark::State& state) {
   for (auto _ : state) {
     if (!timedRead(state, reader, false)) return;
   }
-  report(state, bytes);
+  ktlbench::reportFiles(state, bytes);
 }
 BENCHMARK(BM_FedReader1516Reused)->Unit(benchmark::kMillisecond);
 
@@ -93,7 +81,7 @@ void BM_FedReader1516WithTeardown(benchmark::State& state) {
   for (auto _ : state) {
     if (!timedRead(state, reader, true)) return;
   }
-  report(state, bytes);
+  ktlbench::reportFiles(state, bytes);
 }
 BENCHMARK(BM_FedReader1516WithTeardown)->Unit(benchmark::kMillisecond);
 
@@ -107,7 +95,7 @@ void BM_XmlReadMemory(benchmark::State& state) {
     benchmark::DoNotOptimize(doc);
     xmlFreeDoc(doc);
   }
-  report(state, text.size());
+  ktlbench::reportFiles(state, text.size());
 }
 BENCHMARK(BM_XmlReadMemory)->Unit(benchmark::kMillisecond);
 

@@ -4,6 +4,8 @@
 // fresh environment, which is the parse that the FED readers walk.
 #include <benchmark/benchmark.h>
 
+#include "bench_support.h"
+
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -50,21 +52,7 @@ class CountingTarget : public DtFedTarget {
 };
 
 std::vector<char> fileBytes() {
-  std::vector<char> bytes;
-  FILE* file = std::fopen(kFile.c_str(), "rb");
-  if (!file) return bytes;
-  char block[4096];
-  size_t count;
-  while ((count = std::fread(block, 1, sizeof block, file)) > 0) {
-    bytes.insert(bytes.end(), block, block + count);
-  }
-  std::fclose(file);
-  return bytes;
-}
-
-void report(benchmark::State& state, size_t bytes) {
-  state.SetItemsProcessed(state.iterations());
-  state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * bytes));
+  return ktlbench::fileBytes(kFile);
 }
 
 template <typename Reader>
@@ -84,7 +72,7 @@ void readWith(benchmark::State& state) {
     }
     benchmark::DoNotOptimize(target.classes);
   }
-  report(state, bytes);
+  ktlbench::reportFiles(state, bytes);
 }
 
 void BM_FedReader13(benchmark::State& state) {
@@ -105,7 +93,7 @@ void BM_PlainFileRead(benchmark::State& state) {
     bytes = data.size();
     benchmark::DoNotOptimize(data.data());
   }
-  report(state, bytes);
+  ktlbench::reportFiles(state, bytes);
 }
 BENCHMARK(BM_PlainFileRead);
 
@@ -121,7 +109,7 @@ void BM_DtcReadSameBytes(benchmark::State& state) {
     DtlObjPtr form = DtcRead(&stream, environment.env());
     benchmark::DoNotOptimize(form.get());
   }
-  report(state, bytes);
+  ktlbench::reportFiles(state, bytes);
 }
 BENCHMARK(BM_DtcReadSameBytes);
 

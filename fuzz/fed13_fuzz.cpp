@@ -16,31 +16,18 @@
 #include <util/notify.h>
 
 #include "support/keeping_target.h"
+#include "support/scratch_file.h"
 
 namespace {
 
 using namespace KORRti;
 
-// One file for the whole run, rewritten for each input.
-const std::string& scratchFile() {
-  static std::string path = [] {
-    char name[] = "/tmp/fed13-fuzz-XXXXXX.fed";
-    int fd = mkstemps(name, 4);
-    if (fd < 0) abort();
-    close(fd);
-    return std::string(name);
-  }();
-  return path;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const std::string& path = scratchFile();
-  FILE* file = fopen(path.c_str(), "wb");
-  if (!file) abort();
-  if (size && fwrite(data, 1, size, file) != size) abort();
-  fclose(file);
+  static const ktltest::ScratchFile scratch("fed13-fuzz", "input.fed");
+  scratch.hold(data, size);
+  const std::string& path = scratch.path();
 
   // The transport warnings would flood the output.
   int level = DtNotifyLevel;

@@ -18,6 +18,7 @@
 #include <util/notify.h>
 
 #include "support/keeping_target.h"
+#include "support/scratch_file.h"
 
 namespace {
 
@@ -31,31 +32,16 @@ const char theDtd[] =
     "<!ELEMENT objectClass ANY>\n"
     "<!ATTLIST objectClass name CDATA #REQUIRED>\n";
 
-// One directory for the whole run, with the DTD beside the document rewritten for each input.
-const std::string& scratchFile() {
-  static std::string path = [] {
-    char name[] = "/tmp/fed1516-fuzz-XXXXXX";
-    if (!mkdtemp(name)) abort();
-    std::string directory(name);
-    for (const char* dtd : {"/HLA.dtd", "/hla.dtd"}) {
-      FILE* file = fopen((directory + dtd).c_str(), "wb");
-      if (!file) abort();
-      fputs(theDtd, file);
-      fclose(file);
-    }
-    return directory + "/document.xml";
-  }();
-  return path;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const std::string& path = scratchFile();
-  FILE* file = fopen(path.c_str(), "wb");
-  if (!file) abort();
-  if (size && fwrite(data, 1, size, file) != size) abort();
-  fclose(file);
+  // The DTD stands beside the document under the names documents use for it.
+  static const ktltest::ScratchFile scratch("fed1516-fuzz", "document.xml");
+  static const bool dtdsPut =
+      (scratch.put("HLA.dtd", theDtd), scratch.put("hla.dtd", theDtd), true);
+  static_cast<void>(dtdsPut);
+  scratch.hold(data, size);
+  const std::string& path = scratch.path();
 
   int level = DtNotifyLevel;
   DtNotifyLevel = 0;
