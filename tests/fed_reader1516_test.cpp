@@ -709,6 +709,27 @@ TEST(FedReader1516Tags, EveryChildIsATagACommentToo) {
   EXPECT_EQ(str(target.tags[2]->dataType), "T");
 }
 
+TEST(FedReader1516Tags, AnyAnnotationIsPassedOverInTheSmallSections) {
+  // Not only the annotation of a taken attribute: every name ending in "Notes" is accepted.
+  DtFedReader1516 reader;
+  FddRecorder target;
+  FedReadOutcome outcome = readFddText(
+      reader,
+      completeFdd("<tags>\n<updateReflectTag dataType=\"D\" labelNotes=\"n\" otherNotes=\"n\"/>\n"
+                  "</tags>\n<time>\n<timeStamp dataType=\"T\" nameNotes=\"n\"/>\n</time>\n"),
+      &target, strict(1));
+  EXPECT_EQ(outcome.result, 0);
+  EXPECT_EQ(outcome.error, "");
+  ASSERT_EQ(target.tags.size(), 1u);
+  EXPECT_EQ(str(target.tags[0]->dataType), "D");
+  // A name that is only "Notes" is no annotation.
+  DtFedReader1516 other;
+  FddRecorder otherTarget;
+  outcome = readFddText(other, completeFdd("<tags>\n<t Notes=\"n\"/>\n</tags>\n"), &otherTarget,
+                        strict(1));
+  EXPECT_EQ(outcome.result, 2);
+}
+
 TEST(FedReader1516Tags, AWrongAttribute) {
   const std::string text = completeFdd(
       "<tags>\n<first bogus=\"1\" dataType=\"D\"/>\n<second dataType=\"E\"/>\n</tags>\n");

@@ -113,16 +113,21 @@ const Field<Record>* findField(const Field<Record> (&fields)[N], const xmlChar* 
   return nullptr;
 }
 
+// An annotation: a name that ends in "Notes" behind at least one other character.
+bool isNotes(const xmlChar* name) {
+  static const size_t suffix = std::strlen("Notes");
+  size_t length = static_cast<size_t>(xmlStrlen(name));
+  return length > suffix && std::strcmp(chars(name) + length - suffix, "Notes") == 0;
+}
+
 // The annotation of a taken attribute ("semanticsNotes" beside "semantics") is accepted and
 // passed over.
 template <typename Record, size_t N>
 bool isFieldNotes(const Field<Record> (&fields)[N], const xmlChar* name) {
-  static const size_t suffix = std::strlen("Notes");
-  size_t length = static_cast<size_t>(xmlStrlen(name));
-  if (length <= suffix || std::strcmp(chars(name) + length - suffix, "Notes") != 0) return false;
+  if (!isNotes(name)) return false;
+  size_t length = static_cast<size_t>(xmlStrlen(name)) - std::strlen("Notes");
   for (const Field<Record>& field : fields) {
-    if (std::strlen(field.name) == length - suffix &&
-        std::strncmp(field.name, chars(name), length - suffix) == 0) {
+    if (std::strlen(field.name) == length && std::strncmp(field.name, chars(name), length) == 0) {
       return true;
     }
   }
@@ -375,6 +380,9 @@ const char kFailedValidation[] = "FDD failed DTD validation.";
 struct DtFedReader1516::RecordWalk {
   DtFedReader1516& reader;
   int status = DtFedOk;
+  // Every attribute whose name ends in "Notes" is passed over, not only the annotation of a
+  // taken one: the small sections take any annotation.
+  bool anyNotes = false;
 
   explicit RecordWalk(DtFedReader1516& owner) : reader(owner) {}
 
@@ -414,7 +422,7 @@ struct DtFedReader1516::RecordWalk {
         } else {
           convert(record, *field, DtString(attributeText(attr)), element);
         }
-      } else if (!isFieldNotes(fields, attr->name)) {
+      } else if (!(anyNotes ? isNotes(attr->name) : isFieldNotes(fields, attr->name))) {
         unexpectedValue(element, wrongAttribute, chars(attr->name));
       }
     }
@@ -575,6 +583,8 @@ int DtFedReader1516::processXmlDocPtr(xmlDoc* doc) {
   }
   detail::XmlPtr<xmlDoc> held(doc);
   int status = DtFedOk;
+  // Validity reports are this reader's to give, as in a read.
+  DtQuietXmlErrors quiet;
   DtVerbose("Reading FDD : \n");
   xmlNode* root = xmlDocGetRootElement(doc);
   if (!root) {
@@ -761,6 +771,7 @@ int DtFedReader1516::parseSwitches(xmlNode* node) {
 
 int DtFedReader1516::parseTagsTree(xmlNode* node) {
   RecordWalk walk(*this);
+  walk.anyNotes = true;
   if (!node) return walk.status;
   // Every child is a tag, named by its element; a comment too, as "comment".
   for (xmlNode* child = node->children; child && walk.going(); child = child->next) {
@@ -777,6 +788,7 @@ int DtFedReader1516::parseTagsTree(xmlNode* node) {
 
 int DtFedReader1516::parseSynchronizationsTree(xmlNode* node) {
   RecordWalk walk(*this);
+  walk.anyNotes = true;
   auto capability = [&](DtSynchronizationPointsType& record,
                         const Field<DtSynchronizationPointsType>&, const DtString& value,
                         xmlNode* element) {
@@ -802,6 +814,7 @@ int DtFedReader1516::parseSynchronizationsTree(xmlNode* node) {
 
 int DtFedReader1516::parseTransportationsList(xmlNode* node) {
   RecordWalk walk(*this);
+  walk.anyNotes = true;
   auto description = [](DtTransportationType& record, const Field<DtTransportationType>&,
                         const DtString& value, xmlNode*) {
     record.semantics = value;
@@ -834,6 +847,7 @@ int DtFedReader1516::parseTransportationsList(xmlNode* node) {
 
 int DtFedReader1516::parseTimeTree(xmlNode* node) {
   RecordWalk walk(*this);
+  walk.anyNotes = true;
   if (!node) return walk.status;
   for (xmlNode* child = node->children; child && walk.going(); child = child->next) {
     if (walk.passedOver(child)) continue;
