@@ -336,6 +336,29 @@ TEST(FedCorpus1516, ADocumentTypeOtherThanObjectModelIsRefused) {
   EXPECT_EQ(read.error, "FDD missing DTD.");
 }
 
+TEST(FedCorpus1516, OnlyStrictBitOneChangesAnOutcomeInThisForm) {
+  // Bit 2 makes missing tables fatal in the 1516-2010 form only: here a document with no
+  // objects section reads as it does without strict checking, and bit 1 fails it.
+  ktltest::TempDir dir;
+  std::string document = dir.write(
+      "noObjects.xml", "<objectModel DTDversion=\"1516.2\"><interactions/></objectModel>");
+  Read plain = readDocument(document);
+  Read bitTwo = readDocument(document, DtStrictMissingTables);
+  Read bitOne = readDocument(document, DtStrictUnexpectedContent);
+  EXPECT_EQ(plain.result, 0);
+  EXPECT_EQ(bitTwo.result, 0);
+  EXPECT_EQ(bitTwo.error, plain.error);
+  EXPECT_EQ(plain.error, "Missing or invalid Sync Points");
+  EXPECT_EQ(bitOne.result, 2);
+  // The whole corpus reads under bit 2 as it does without it.
+  for (const Expected& expected : theExpected) {
+    SCOPED_TRACE(expected.file);
+    Read read = readDocument(theCorpus + "/" + expected.file, DtStrictMissingTables);
+    EXPECT_EQ(read.result, expected.result);
+    EXPECT_EQ(read.error, expected.error);
+  }
+}
+
 TEST(FedCorpus1516, CopiesMatchTheSharedCorpus) {
   const std::string shared = std::string(KTL_SOURCE_DIR) + "/../shared/fom-corpus/ieee1516-2000";
   if (!std::filesystem::exists(shared)) GTEST_SKIP() << "no shared corpus on this machine";
