@@ -90,6 +90,28 @@ bool rootNamed(const DtlObjPtr& classForm, const char* name) {
   return text && DtString(text).caseCompare(name);
 }
 
+// The transport and order elements (the third and fourth) of an attribute or a class head. A
+// bad transport only warns and goes on with -1; a bad order fails. what ends the messages'
+// fixed part, before the member's name.
+int takeTransportAndOrder(const DtlObjPtr& form, Member& member, const char* what,
+                          DtString& error) {
+  member.transportText = atomText(element(form, 2));
+  member.orderText = atomText(element(form, 3));
+  member.transport = transportOf(member.transportText);
+  if (member.transport == DtTransportInvalid) {
+    DtWarn << "Invalid TransportType for " << what << member.name;
+  }
+  member.order = orderOf(member.orderText);
+  if (member.order == DtOrderInvalid) {
+    error = "Invalid OrderType for ";
+    error += what;
+    error += member.name;
+    return DtFedFailed;
+  }
+  if (!member.transportText) member.transportText = "";
+  return DtFedOk;
+}
+
 }  // namespace
 
 int checkFed(const DtlObjPtr& form, DtString& error) {
@@ -154,22 +176,13 @@ int checkAttribute(const DtlObjPtr& form, Member& attribute, DtString& error) {
   if (!beginsWith(form, "attribute")) return fail(error, "Symbol \"attribute\" expected");
   attribute.name = atomText(element(form, 1));
   if (!attribute.name) return fail(error, "A string must follow attribute");
-  attribute.transportText = atomText(element(form, 2));
-  attribute.orderText = atomText(element(form, 3));
-  attribute.transport = transportOf(attribute.transportText);
-  if (attribute.transport == DtTransportInvalid) {
-    DtWarn << "Invalid TransportType for Attribute: " << attribute.name;
-  }
-  attribute.order = orderOf(attribute.orderText);
-  if (attribute.order == DtOrderInvalid) {
-    return failWith(error, "Invalid OrderType for Attribute: ", attribute.name);
-  }
+  int result = takeTransportAndOrder(form, attribute, "Attribute: ", error);
+  if (result != DtFedOk) return result;
   attribute.space = nullptr;
   if (count == 5) {
     attribute.space = atomText(element(form, 4));
     if (!attribute.space) return failWith(error, "Invalid space for Attribute: ", attribute.name);
   }
-  if (!attribute.transportText) attribute.transportText = "";
   return DtFedOk;
 }
 
@@ -188,17 +201,8 @@ int checkIntClass(const DtlObjPtr& form, Member& head, DtString& error) {
   if (!beginsWith(form, "class")) return fail(error, "Symbol \"class\" not found");
   head.name = atomText(element(form, 1));
   if (!head.name) return fail(error, "A string must follow class");
-  head.transportText = atomText(element(form, 2));
-  head.orderText = atomText(element(form, 3));
-  head.transport = transportOf(head.transportText);
-  if (head.transport == DtTransportInvalid) {
-    DtWarn << "Invalid TransportType for Interaction: " << head.name;
-  }
-  head.order = orderOf(head.orderText);
-  if (head.order == DtOrderInvalid) {
-    return failWith(error, "Invalid OrderType for Interaction: ", head.name);
-  }
-  if (!head.transportText) head.transportText = "";
+  int result = takeTransportAndOrder(form, head, "Interaction: ", error);
+  if (result != DtFedOk) return result;
   head.rest = tail(form, 4);
   return DtFedOk;
 }
