@@ -87,26 +87,22 @@ void DtEnvKTLReader::processObject(const DtlObjPtr& object) {
     }
     return;
   }
-  DtEnvValueSP made;
+  // (name type child...) or (name child...): the type is the second element when that is a
+  // symbol, the name otherwise.
+  const char* type = head->pname();
   if (isSymbol(second)) {
-    if (!node) {
-      made = env->root();
-      if (DtEnvObject* root = DtEnvObject::castToObject(made)) {
-        root->setName(head->pname());
-        root->setType(second->pname());
-      }
-    } else {
-      made = env->addObject(head->pname(), second->pname(), node);
-    }
+    type = second->pname();
     rest = DtcCdr(rest);
-  } else if (!node) {
+  }
+  DtEnvValueSP made;
+  if (!node) {
     made = env->root();
     if (DtEnvObject* root = DtEnvObject::castToObject(made)) {
       root->setName(head->pname());
-      root->setType(head->pname());
+      root->setType(type);
     }
   } else {
-    made = env->addObject(head->pname(), head->pname(), node);
+    made = env->addObject(head->pname(), type, node);
   }
   current = made;
   while (!DtcNull(rest)) {
