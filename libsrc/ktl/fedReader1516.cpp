@@ -93,7 +93,7 @@ class LocalLoadsOnly {
 struct Duplicate {
   const char* first;   // before the record's name
   const char* second;  // after it
-  bool errorLine;      // the report ends with the node's line
+  bool errorLine;      // the report ends with the node's line, and its log line with a line end
   bool fatal;          // fatal under strict bit 1 and kept out of the verbose log
 };
 
@@ -468,7 +468,7 @@ struct DtFedReader1516::RecordWalk {
       if (words.fatal) {
         failUnderStrict();
       } else {
-        DtVerbose("%s\n", reader.lastErrorText.c_str());
+        DtVerbose(words.errorLine ? "%s\n" : "%s", reader.lastErrorText.c_str());
         reader.strictChecking(DtStrictUnexpectedContent);  // a duplicate is never fatal
       }
       return;
@@ -806,7 +806,7 @@ int DtFedReader1516::parseSynchronizationsTree(xmlNode* node) {
         record, child, record->label, kSynchronizationDuplicate,
         [&](const DtSynchronizationPointsType& r) { return target->hasSynchronizationPoint(r); },
         [&](DtSynchronizationPointsType* r) {
-          DtVerbose("\t%s\n", r->label.c_str());
+          DtVerbose("\t%s", r->label.c_str());
           return target->addSynchronizationPoint(r);
         });
   });
@@ -838,7 +838,7 @@ int DtFedReader1516::parseTransportationsList(xmlNode* node) {
             lower.toLower();
             r->reliable = contains(lower, "reliable");
             DtInfo << "Adding transportation type " << r->name << " as "
-                   << (r->reliable ? valueTransportReliable : valueTransportBestEffort) << "\n";
+                   << (r->reliable ? valueTransportReliable : valueTransportBestEffort);
           }
           return target->addTransportation(r);
         });
@@ -1017,7 +1017,7 @@ int DtFedReader1516::getTransportType(xmlNode* node, DtTransportType& transport)
   transport = lookUp(*this, node, attrTransport, theTransports, DtTransportInvalid,
                      DtTransportInvalid, &given);
   if (transport == DtTransportInvalid && propertyByName(node, text(attrTransport))) {
-    DtWarn << "Invalid TransportType: " << given << "\n";
+    DtWarn << "Invalid TransportType: " << given;
   }
   return DtFedOk;
 }
@@ -1180,14 +1180,14 @@ int DtFedReader1516::parseAttribute(xmlNode* node, const DtString& className) {
     transport = privilege ? DtTransportReliable : DtTransportBestEffort;
     if (privilege) transportText = valueTransportReliable;
   } else if (logTexts) {
-    getPropertyByName(node, text(attrTransport), transportText);
+    if (const char* given = propertyByName(node, text(attrTransport))) transportText = given;
   }
   if (int fault = getOrderType(node, order)) {
     if (strict) return fault;
     order = privilege ? DtOrderTimestamp : DtOrderReceive;
     if (privilege) orderText = valueOrderTimeStamp;
   } else if (logTexts) {
-    getPropertyByName(node, text(attrOrder), orderText);
+    if (const char* given = propertyByName(node, text(attrOrder))) orderText = given;
   }
   if (getSharingType(node, sharing)) {
     strictChecking(DtStrictUnexpectedContent);
@@ -1282,13 +1282,13 @@ int DtFedReader1516::parseInteractionTree(xmlNode* node, const DtString& parentN
     if (strict) return fault;
     transport = DtTransportReliable;
   } else if (DtNotifyLevel == 3) {
-    getPropertyByName(node, text(attrTransport), transportText);
+    if (const char* given = propertyByName(node, text(attrTransport))) transportText = given;
   }
   if (int fault = getOrderType(node, order)) {
     if (strict) return fault;
     order = DtOrderReceive;
   } else if (DtNotifyLevel == 3) {
-    getPropertyByName(node, text(attrOrder), orderText);
+    if (const char* given = propertyByName(node, text(attrOrder))) orderText = given;
   }
   DtVerbose("%sClass: %s, base: %s, transport: %s, order: %s\n", skip ? "Skip " : "", path.c_str(),
             parentName.c_str(), transportText.c_str(), orderText.c_str());
