@@ -1180,14 +1180,14 @@ int DtFedReader1516::parseAttribute(xmlNode* node, const DtString& className) {
     transport = privilege ? DtTransportReliable : DtTransportBestEffort;
     if (privilege) transportText = valueTransportReliable;
   } else if (logTexts) {
-    if (const char* given = propertyByName(node, text(attrTransport))) transportText = given;
+    getPropertyByName(node, text(attrTransport), transportText);
   }
   if (int fault = getOrderType(node, order)) {
     if (strict) return fault;
     order = privilege ? DtOrderTimestamp : DtOrderReceive;
     if (privilege) orderText = valueOrderTimeStamp;
   } else if (logTexts) {
-    if (const char* given = propertyByName(node, text(attrOrder))) orderText = given;
+    getPropertyByName(node, text(attrOrder), orderText);
   }
   if (getSharingType(node, sharing)) {
     strictChecking(DtStrictUnexpectedContent);
@@ -1282,13 +1282,13 @@ int DtFedReader1516::parseInteractionTree(xmlNode* node, const DtString& parentN
     if (strict) return fault;
     transport = DtTransportReliable;
   } else if (DtNotifyLevel == 3) {
-    if (const char* given = propertyByName(node, text(attrTransport))) transportText = given;
+    getPropertyByName(node, text(attrTransport), transportText);
   }
   if (int fault = getOrderType(node, order)) {
     if (strict) return fault;
     order = DtOrderReceive;
   } else if (DtNotifyLevel == 3) {
-    if (const char* given = propertyByName(node, text(attrOrder))) orderText = given;
+    getPropertyByName(node, text(attrOrder), orderText);
   }
   DtVerbose("%sClass: %s, base: %s, transport: %s, order: %s\n", skip ? "Skip " : "", path.c_str(),
             parentName.c_str(), transportText.c_str(), orderText.c_str());
