@@ -22,7 +22,9 @@
 #include <ktl/eval.h>
 #include <ktl/fedReader.h>
 #include <ktl/fedReader13.h>
+#include <ktl/fedReader1516.h>
 #include <ktl/float.h>
+#include <ktl/fomSorter.h>
 #include <ktl/integer.h>
 #include <ktl/io.h>
 #include <ktl/ktlEnvironment.h>
