@@ -60,6 +60,15 @@ enum DtFomUpdateType_enum : int32_t {
   DtFomUpdateNA = 3
 };
 
+// The standard MIM documents of IEEE 1516-2010 (theHLAeStandardMIM_xml) and IEEE 1516-2025
+// (theHLA4StandardMIM_xml), held by the library as the bytes of the published files, with their
+// byte counts. Neither array is null-terminated: read them only with their lengths (for
+// instance xmlReadMemory), never as C strings.
+extern unsigned char theHLAeStandardMIM_xml[];
+extern unsigned int theHLAeStandardMIM_xml_len;
+extern unsigned char theHLA4StandardMIM_xml[];
+extern unsigned int theHLA4StandardMIM_xml_len;
+
 // The result of a read, and the status of each step of a reader's walk: DtFedOk goes on,
 // DtFedFailed stops the walk.
 enum DtFedResult : int { DtFedOk = 0, DtFedNoFile = 1, DtFedFailed = 2 };
