@@ -33,5 +33,5 @@ done
 for program in "${summaries[@]}"; do
   echo
   echo "== $program"
-  awk -F, -f "bench/$program.awk" "$build/$program.csv"
+  awk -F, -f bench/csv.awk -f "bench/$program.awk" "$build/$program.csv"
 done
