@@ -18,39 +18,9 @@
 #include "support/fdd_recorder.h"
 
 using namespace KORRti;
-using ktltest::completeFdd;
-using ktltest::fddDocument;
-using ktltest::FddReadOptions;
-using ktltest::FddRecorder;
-using ktltest::FedReadOutcome;
-using ktltest::ParsedXml;
-using ktltest::Probe1516;
-using ktltest::readFddText;
+using namespace ktltest;
 
 namespace {
-
-using Calls = std::vector<std::string>;
-
-std::string str(const DtString& text) {
-  return text.c_str();
-}
-
-FddReadOptions strict(unsigned int mask = 1, int level = 1) {
-  FddReadOptions options;
-  options.strict = mask;
-  options.level = level;
-  return options;
-}
-
-FddReadOptions atLevel(int level) {
-  FddReadOptions options;
-  options.level = level;
-  return options;
-}
-
-bool contains(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
-}
 
 // A whole document whose objects section holds the given object classes.
 std::string withObjects(const std::string& classes, const std::string& more = "") {
@@ -61,22 +31,6 @@ std::string withObjects(const std::string& classes, const std::string& more = ""
 std::string withInteractions(const std::string& classes, const std::string& more = "") {
   return completeFdd(more + "<interactions>\n" + classes + "</interactions>\n");
 }
-
-// The seven switch setters that an empty switches section still calls, with their questions.
-const Calls theSwitchPushes = {"switchValue(autoProvide)",
-                               "setAutoProvide(false)",
-                               "switchValue(conveyRegionDesignatorSets)",
-                               "setConveyRegionDesignatorSets(false)",
-                               "switchValue(attributeScopeAdvisory)",
-                               "setAttributeScopeAdvisory(false)",
-                               "switchValue(attributeRelevanceAdvisory)",
-                               "setAttributeRelevanceAdvisory(false)",
-                               "switchValue(objectClassRelevanceAdvisory)",
-                               "setObjectClassRelevanceAdvisory(false)",
-                               "switchValue(interactionRelevanceAdvisory)",
-                               "setInteractionRelevanceAdvisory(false)",
-                               "switchValue(serviceReporting)",
-                               "setServiceReporting(false)"};
 
 // The calls that deliver classes, attributes, parameters and dimensions.
 Calls modelCalls(const FddRecorder& target) {
@@ -89,6 +43,20 @@ Calls modelCalls(const FddRecorder& target) {
     }
   }
   return found;
+}
+
+// Reads text, which holds a "bogus" top-level tag before its classes, into a recorder that
+// refuses what refuse says. A refusal fails the read but leaves no text of its own: the error is
+// still the tag's.
+std::unique_ptr<FddRun> expectRefusalFails(const std::string& text, const FddSetUp& refuse) {
+  return expectRead(text, 2, "Unrecognized top-level tag: bogus", FddReadOptions(), refuse);
+}
+
+// A member (attribute or parameter, delivered by operation) with no name fails the read before
+// any member of its class, even a later one with a name, is delivered.
+void expectNamelessMemberFails(const std::string& text, const std::string& error,
+                               const std::string& operation) {
+  EXPECT_TRUE(expectRead(text, 2, error)->target.callsOf(operation).empty());
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -149,7 +117,9 @@ TEST(FedReader1516Classes, ASmallDocumentCallByCall) {
       "addParameter(HLAinteractionRoot.Fire, p1)",
       "addParameter(HLAinteractionRoot.Fire, p2)",
   };
-  expected.insert(expected.end(), theSwitchPushes.begin(), theSwitchPushes.end());
+  // An empty switches section still calls the seven setters.
+  const Calls pushes = switchPushes();
+  expected.insert(expected.end(), pushes.begin(), pushes.end());
   EXPECT_EQ(target.calls, expected);
 }
 
@@ -227,7 +197,7 @@ void checkGetter(const char* name, const std::vector<GetterCase>& cases, Value s
     ParsedXml doc(std::string("<e ") + c.attributes + "/>");
     Value value = start;
     int status = -1;
-    ktltest::captureOutput([&] { status = (reader.*get)(doc.root(), value); });
+    captureOutput([&] { status = (reader.*get)(doc.root(), value); });
     EXPECT_EQ(status, 0) << name << " " << c.attributes;
     EXPECT_EQ(static_cast<int>(value), c.value) << name << " " << c.attributes;
   }
@@ -294,15 +264,15 @@ TEST(FedReader1516Getters, AnUnknownTransportWarnsAndAnUnknownOrderFails) {
   Probe1516 reader;
   ParsedXml doc("<e name=\"a\" transportation=\"Carrier\" order=\"Sometimes\"/>");
   DtTransportType transport = 5;
-  FedReadOutcome outcome = ktltest::captureWalk(
-      reader, 1, [&] { return reader.getTransportType(doc.root(), transport); });
+  FedReadOutcome outcome =
+      captureWalk(reader, 1, [&] { return reader.getTransportType(doc.root(), transport); });
   EXPECT_EQ(outcome.result, 0);
   EXPECT_EQ(transport, -1);
   EXPECT_TRUE(contains(outcome.err, "Invalid TransportType: Carrier")) << outcome.err;
   EXPECT_EQ(outcome.error, "");
 
   DtOrderType order = 5;
-  outcome = ktltest::captureWalk(reader, 1, [&] { return reader.getOrderType(doc.root(), order); });
+  outcome = captureWalk(reader, 1, [&] { return reader.getOrderType(doc.root(), order); });
   EXPECT_EQ(outcome.result, 2);
   EXPECT_EQ(outcome.error,
             "Unknown delivery order found in FDD file.\n\tOrder = Sometimes\n"
@@ -320,42 +290,25 @@ TEST(FedReader1516Classes, AnUnknownOrderOfAnAttribute) {
   const std::string message =
       "Unknown delivery order found in FDD file.\n\tOrder = Sometimes\n"
       "name= a\ntransportation= HLAreliable\norder= Sometimes\n";
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, message);
-  EXPECT_TRUE(target.called("addAttribute(HLAobjectRoot, a, 1, 0, 0, 3, , 3, , 0)"));
-  EXPECT_TRUE(target.called("addAttribute(HLAobjectRoot, b, -1, -1, 0, 3, , 3, , 0)"));
-
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  outcome = readFddText(strictReader, text, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, message);
-  EXPECT_TRUE(strictTarget.callsOf("addAttribute").empty());
+  LaxAndStrict runs = expectFatalOnlyWhenStrict(text, message);
+  EXPECT_TRUE(runs.lax->target.called("addAttribute(HLAobjectRoot, a, 1, 0, 0, 3, , 3, , 0)"));
+  EXPECT_TRUE(runs.lax->target.called("addAttribute(HLAobjectRoot, b, -1, -1, 0, 3, , 3, , 0)"));
+  EXPECT_TRUE(runs.strict->target.callsOf("addAttribute").empty());
 }
 
 TEST(FedReader1516Classes, AnUnknownOrderOfAnInteraction) {
   const std::string text = withInteractions(
       "<interactionClass name=\"HLAinteractionRoot\" order=\"Sometimes\" dimensions=\"NA\">"
       "<parameter name=\"p\"/></interactionClass>\n");
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error,
-            "Unknown delivery order found in FDD file.\n\tOrder = Sometimes\n"
-            "name= HLAinteractionRoot\norder= Sometimes\ndimensions= NA\n");
-  EXPECT_TRUE(target.called("addInteractionClass(HLAinteractionRoot, null, -1, 0, null)"));
-  EXPECT_TRUE(target.called("addParameter(HLAinteractionRoot, p)"));
-
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  outcome = readFddText(strictReader, text, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_TRUE(strictTarget.callsOf("addInteractionClass").empty());
-  EXPECT_TRUE(strictTarget.callsOf("addParameter").empty());
+  LaxAndStrict runs =
+      expectFatalOnlyWhenStrict(text,
+                                "Unknown delivery order found in FDD file.\n\tOrder = Sometimes\n"
+                                "name= HLAinteractionRoot\norder= Sometimes\ndimensions= NA\n");
+  EXPECT_TRUE(
+      runs.lax->target.called("addInteractionClass(HLAinteractionRoot, null, -1, 0, null)"));
+  EXPECT_TRUE(runs.lax->target.called("addParameter(HLAinteractionRoot, p)"));
+  EXPECT_TRUE(runs.strict->target.callsOf("addInteractionClass").empty());
+  EXPECT_TRUE(runs.strict->target.callsOf("addParameter").empty());
 }
 
 TEST(FedReader1516Classes, ThePrivilegeToDeleteOfTheRootIsTimeStamped) {
@@ -386,6 +339,15 @@ TEST(FedReader1516Classes, ThePrivilegeToDeleteOfTheRootIsTimeStamped) {
 // ---------------------------------------------------------------------------------------------
 // Verbose lines
 
+// Reads text at this notify level and expects a good read whose output holds lines.
+std::unique_ptr<FddRun> expectVerboseLines(const std::string& text, int level,
+                                           const std::string& lines) {
+  auto run = runFdd(text, atLevel(level));
+  EXPECT_EQ(run->outcome.result, 0);
+  EXPECT_TRUE(contains(run->outcome.out, lines)) << run->outcome.out;
+  return run;
+}
+
 TEST(FedReader1516Classes, TheVerboseLinesOfObjectClasses) {
   const std::string text = withObjects(
       "<objectClass name=\"HLAobjectRoot\">\n"
@@ -393,21 +355,13 @@ TEST(FedReader1516Classes, TheVerboseLinesOfObjectClasses) {
       "<attribute name=\"b\"/>\n"
       "<objectClass name=\"Sub\"/>\n"
       "</objectClass>\n");
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target, atLevel(3));
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_TRUE(contains(outcome.out,
-                       "Class: HLAobjectRoot, Base:  \n"
-                       "\tAttribute: a, transport: HLAreliable, order: TimeStamp\n"
-                       "\tAttribute: b, transport: , order: \n"
-                       "Class: HLAobjectRoot.Sub, Base: HLAobjectRoot \n"))
-      << outcome.out;
+  expectVerboseLines(text, 3,
+                     "Class: HLAobjectRoot, Base:  \n"
+                     "\tAttribute: a, transport: HLAreliable, order: TimeStamp\n"
+                     "\tAttribute: b, transport: , order: \n"
+                     "Class: HLAobjectRoot.Sub, Base: HLAobjectRoot \n");
   // At level 2 no verbose line is written, and the attribute texts are not fetched.
-  DtFedReader1516 quiet;
-  FddRecorder quietTarget;
-  outcome = readFddText(quiet, text, &quietTarget, atLevel(2));
-  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(runFdd(text, atLevel(2))->outcome.out, "");
 }
 
 TEST(FedReader1516Classes, TheVerboseLinesOfInteractionClasses) {
@@ -416,26 +370,16 @@ TEST(FedReader1516Classes, TheVerboseLinesOfInteractionClasses) {
       "order=\"TimeStamp\" dimensions=\"NA\">\n"
       "<interactionClass name=\"I\" dimensions=\"NA\"><parameter name=\"p\"/></interactionClass>\n"
       "</interactionClass>\n");
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target, atLevel(3));
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_TRUE(contains(outcome.out,
-                       "Class: HLAinteractionRoot, base: , transport: HLAbestEffort, order: "
-                       "TimeStamp\n"
-                       "Class: HLAinteractionRoot.I, base: HLAinteractionRoot, transport: , "
-                       "order: \n"
-                       "\tParameter: p\n"))
-      << outcome.out;
+  expectVerboseLines(text, 3,
+                     "Class: HLAinteractionRoot, base: , transport: HLAbestEffort, order: "
+                     "TimeStamp\n"
+                     "Class: HLAinteractionRoot.I, base: HLAinteractionRoot, transport: , "
+                     "order: \n"
+                     "\tParameter: p\n");
   // The texts are fetched only at level 3 exactly; above it the defaults are shown.
-  DtFedReader1516 debug;
-  FddRecorder debugTarget;
-  outcome = readFddText(debug, text, &debugTarget, atLevel(4));
-  EXPECT_TRUE(contains(outcome.out,
-                       "Class: HLAinteractionRoot, base: , transport: HLAreliable, order: "
-                       "Receive\n"))
-      << outcome.out;
-  EXPECT_TRUE(debugTarget.called("addInteractionClass(HLAinteractionRoot, null, 0, 1, null)"));
+  auto debug = expectVerboseLines(
+      text, 4, "Class: HLAinteractionRoot, base: , transport: HLAreliable, order: Receive\n");
+  EXPECT_TRUE(debug->target.called("addInteractionClass(HLAinteractionRoot, null, 0, 1, null)"));
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -443,12 +387,10 @@ TEST(FedReader1516Classes, TheVerboseLinesOfInteractionClasses) {
 
 TEST(FedReader1516Objects, TheRootMustBeHLAobjectRoot) {
   for (const char* classes : {"<objectClass name=\"Root\"/>", "<objectClass semantics=\"s\"/>"}) {
-    DtFedReader1516 reader;
-    FddRecorder target;
-    FedReadOutcome outcome = readFddText(reader, withObjects(classes), &target);
-    EXPECT_EQ(outcome.result, 2) << classes;
-    EXPECT_EQ(outcome.error, "Object class root is not HLAobjectRoot in FDD file.");
-    EXPECT_TRUE(target.callsOf("addObjectClass").empty());
+    SCOPED_TRACE(classes);
+    auto run =
+        expectRead(withObjects(classes), 2, "Object class root is not HLAobjectRoot in FDD file.");
+    EXPECT_TRUE(run->target.callsOf("addObjectClass").empty());
   }
 }
 
@@ -465,48 +407,25 @@ TEST(FedReader1516Objects, OnlyTheFirstRootIsRead) {
 }
 
 TEST(FedReader1516Objects, AClassOrAttributeWithNoName) {
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome =
-      readFddText(reader,
-                  withObjects("<objectClass name=\"HLAobjectRoot\"><objectClass semantics=\"s\" "
-                              "sharing=\"Publish\"/></objectClass>"),
-                  &target);
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error,
-            "Object class with no name found in FDD file.\nsemantics= s\nsharing= Publish\n");
+  expectRead(withObjects("<objectClass name=\"HLAobjectRoot\"><objectClass semantics=\"s\" "
+                         "sharing=\"Publish\"/></objectClass>"),
+             2, "Object class with no name found in FDD file.\nsemantics= s\nsharing= Publish\n");
 
-  DtFedReader1516 other;
-  FddRecorder otherTarget;
-  outcome = readFddText(
-      other,
+  expectNamelessMemberFails(
       withObjects("<objectClass name=\"HLAobjectRoot\"><objectClass name=\"A\">"
-                  "<attribute order=\"Receive\"/><attribute name=\"later\"/></objectClass>"
-                  "</objectClass>"),
-      &otherTarget);
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, "Attribute of HLAobjectRoot.A has no name in FDD file.");
-  EXPECT_TRUE(otherTarget.callsOf("addAttribute").empty());
+                  "<attribute order=\"Receive\"/><attribute name=\"later\"/>"
+                  "</objectClass></objectClass>"),
+      "Attribute of HLAobjectRoot.A has no name in FDD file.", "addAttribute");
 }
 
 TEST(FedReader1516Objects, AnUnexpectedTag) {
   const std::string text = withObjects(
       "<objectClass name=\"HLAobjectRoot\"><parameter name=\"p\"/><attribute name=\"a\"/>"
       "</objectClass>");
-  const char* message = "Unexpected tag in objects tree for FDD file.\n\tObjects Tag = parameter *";
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, message);
-  EXPECT_EQ(target.callsOf("addAttribute").size(), 1u);
-
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  outcome = readFddText(strictReader, text, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, message);
-  EXPECT_TRUE(strictTarget.callsOf("addAttribute").empty());
+  LaxAndStrict runs = expectFatalOnlyWhenStrict(
+      text, "Unexpected tag in objects tree for FDD file.\n\tObjects Tag = parameter *");
+  EXPECT_EQ(runs.lax->target.callsOf("addAttribute").size(), 1u);
+  EXPECT_TRUE(runs.strict->target.callsOf("addAttribute").empty());
 }
 
 TEST(FedReader1516Objects, ASubclassBeforeAnAttributeIsDeliveredFirst) {
@@ -534,7 +453,7 @@ TEST(FedReader1516Objects, NoTargetNoCallsAndNoDimensions) {
       "<objectClass name=\"HLAobjectRoot\"><attribute name=\"a\" dimensions=\"D\"/>"
       "<objectClass name=\"B\"/></objectClass>");
   reader.setMask(1);
-  FedReadOutcome outcome = ktltest::captureWalk(
+  FedReadOutcome outcome = captureWalk(
       reader, 3, [&] { return reader.parseObjectTree(doc.root(), DtString::nullString()); });
   EXPECT_EQ(outcome.result, 0);
   EXPECT_TRUE(contains(outcome.out, "Class: HLAobjectRoot.B, Base: HLAobjectRoot \n"));
@@ -654,21 +573,14 @@ TEST(FedReader1516Objects, AnyOtherRefusalFailsWithoutAText) {
       "<objectClass name=\"HLAobjectRoot\"><objectClass name=\"Base\"/>"
       "<objectClass name=\"Later\"/></objectClass>",
       "<bogus/>\n");
-  DtFedReader1516 reader;
-  FddRecorder target;
-  target.refusedObjects = {"HLAobjectRoot.Base"};
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, "Unrecognized top-level tag: bogus");
-  EXPECT_FALSE(target.called("addObjectClass(HLAobjectRoot.Later, HLAobjectRoot)"));
+  auto run =
+      expectRefusalFails(text, [](FddRecorder& t) { t.refusedObjects = {"HLAobjectRoot.Base"}; });
+  EXPECT_FALSE(run->target.called("addObjectClass(HLAobjectRoot.Later, HLAobjectRoot)"));
 
-  DtFedReader1516 both;
-  FddRecorder bothTarget;
-  bothTarget.refusedObjects = {"HLAobjectRoot", "ObjectRoot"};
-  outcome = readFddText(both, text, &bothTarget);
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, "Unrecognized top-level tag: bogus");
-  EXPECT_EQ(bothTarget.callsOf("addObjectClass"),
+  auto both = expectRefusalFails(text, [](FddRecorder& t) {
+    t.refusedObjects = {"HLAobjectRoot", "ObjectRoot"};
+  });
+  EXPECT_EQ(both->target.callsOf("addObjectClass"),
             (Calls{"addObjectClass(HLAobjectRoot, null)", "addObjectClass(ObjectRoot, null)"}));
 }
 
@@ -678,12 +590,10 @@ TEST(FedReader1516Objects, AnyOtherRefusalFailsWithoutAText) {
 TEST(FedReader1516Interactions, TheRootMustBeHLAinteractionRoot) {
   for (const char* classes :
        {"<interactionClass name=\"Root\"/>", "<interactionClass dimensions=\"NA\"/>"}) {
-    DtFedReader1516 reader;
-    FddRecorder target;
-    FedReadOutcome outcome = readFddText(reader, withInteractions(classes), &target);
-    EXPECT_EQ(outcome.result, 2) << classes;
-    EXPECT_EQ(outcome.error, "Interaction class with no root found in FDD file.");
-    EXPECT_TRUE(target.callsOf("addInteractionClass").empty());
+    SCOPED_TRACE(classes);
+    auto run = expectRead(withInteractions(classes), 2,
+                          "Interaction class with no root found in FDD file.");
+    EXPECT_TRUE(run->target.callsOf("addInteractionClass").empty());
   }
   DtFedReader1516 reader;
   FddRecorder target;
@@ -697,66 +607,35 @@ TEST(FedReader1516Interactions, TheRootMustBeHLAinteractionRoot) {
 }
 
 TEST(FedReader1516Interactions, AClassOrParameterWithNoName) {
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(
-      reader,
-      withInteractions("<interactionClass name=\"HLAinteractionRoot\" dimensions=\"NA\">"
-                       "<interactionClass dimensions=\"NA\"/></interactionClass>"),
-      &target);
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, "Interaction class with no name found in FDD file.dimensions= NA\n");
+  expectRead(withInteractions("<interactionClass name=\"HLAinteractionRoot\" dimensions=\"NA\">"
+                              "<interactionClass dimensions=\"NA\"/></interactionClass>"),
+             2, "Interaction class with no name found in FDD file.dimensions= NA\n");
 
-  DtFedReader1516 other;
-  FddRecorder otherTarget;
-  outcome = readFddText(
-      other,
+  expectNamelessMemberFails(
       withInteractions("<interactionClass name=\"HLAinteractionRoot\" dimensions=\"NA\">"
                        "<parameter semantics=\"s\"/><parameter name=\"later\"/>"
                        "</interactionClass>"),
-      &otherTarget);
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, "Parameter with no name found in FDD file.\nsemantics= s\n");
-  EXPECT_TRUE(otherTarget.callsOf("addParameter").empty());
+      "Parameter with no name found in FDD file.\nsemantics= s\n", "addParameter");
 }
 
 TEST(FedReader1516Interactions, AnUnexpectedTag) {
   const std::string text = withInteractions(
       "<interactionClass name=\"HLAinteractionRoot\" dimensions=\"NA\"><attribute name=\"a\"/>"
       "<parameter name=\"p\"/></interactionClass>");
-  const char* message =
-      "Unexpected tag in interactions tree for FDD file.\n\tInteractions Tag = attribute *";
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, message);
-  EXPECT_TRUE(target.called("addParameter(HLAinteractionRoot, p)"));
-
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  outcome = readFddText(strictReader, text, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, message);
-  EXPECT_TRUE(strictTarget.callsOf("addParameter").empty());
+  LaxAndStrict runs = expectFatalOnlyWhenStrict(
+      text, "Unexpected tag in interactions tree for FDD file.\n\tInteractions Tag = attribute *");
+  EXPECT_TRUE(runs.lax->target.called("addParameter(HLAinteractionRoot, p)"));
+  EXPECT_TRUE(runs.strict->target.callsOf("addParameter").empty());
 }
 
 TEST(FedReader1516Interactions, NoDimensionsList) {
   const std::string text = withInteractions(
       "<interactionClass name=\"HLAinteractionRoot\"><parameter name=\"p\"/>"
       "</interactionClass>");
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, "Interaction HLAinteractionRoot has no dimensions list.");
-  EXPECT_TRUE(target.called("addParameter(HLAinteractionRoot, p)"));
-
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  outcome = readFddText(strictReader, text, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, "Interaction HLAinteractionRoot has no dimensions list.");
+  LaxAndStrict runs =
+      expectFatalOnlyWhenStrict(text, "Interaction HLAinteractionRoot has no dimensions list.");
+  EXPECT_TRUE(runs.lax->target.called("addParameter(HLAinteractionRoot, p)"));
+  const FddRecorder& strictTarget = runs.strict->target;
   EXPECT_TRUE(strictTarget.called("addInteractionClass(HLAinteractionRoot, null, -1, -1, null)"));
   EXPECT_TRUE(strictTarget.callsOf("addParameter").empty());
 }
@@ -863,21 +742,15 @@ TEST(FedReader1516Interactions, AnyOtherRefusalFailsWithoutAText) {
       "<interactionClass name=\"Fire\" dimensions=\"D\"><parameter name=\"p\"/>"
       "</interactionClass></interactionClass>",
       "<bogus/>\n");
-  DtFedReader1516 reader;
-  FddRecorder target;
-  target.refusedInteractions = {"HLAinteractionRoot.Fire"};
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, "Unrecognized top-level tag: bogus");
-  EXPECT_TRUE(target.callsOf("addInteractionDimension").empty());
-  EXPECT_TRUE(target.callsOf("addParameter").empty());
+  auto run = expectRefusalFails(
+      text, [](FddRecorder& t) { t.refusedInteractions = {"HLAinteractionRoot.Fire"}; });
+  EXPECT_TRUE(run->target.callsOf("addInteractionDimension").empty());
+  EXPECT_TRUE(run->target.callsOf("addParameter").empty());
 
-  DtFedReader1516 both;
-  FddRecorder bothTarget;
-  bothTarget.refusedInteractions = {"HLAinteractionRoot", "InteractionRoot"};
-  outcome = readFddText(both, text, &bothTarget);
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(bothTarget.callsOf("addInteractionClass").size(), 2u);
+  auto both = expectRefusalFails(text, [](FddRecorder& t) {
+    t.refusedInteractions = {"HLAinteractionRoot", "InteractionRoot"};
+  });
+  EXPECT_EQ(both->target.callsOf("addInteractionClass").size(), 2u);
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -920,12 +793,10 @@ TEST(FedReader1516DimensionLists, ARefusedDimensionIsFatalOnlyUnderStrictCheckin
       "</objectClass></objects>\n"
       "<interactions><interactionClass name=\"HLAinteractionRoot\" dimensions=\"A B\">"
       "<parameter name=\"p\"/></interactionClass></interactions>\n");
-  DtFedReader1516 reader;
-  FddRecorder target;
-  target.refusedDimensions = {"A"};
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, "");
+  // A refusal leaves no text of its own.
+  LaxAndStrict runs =
+      expectFatalOnlyWhenStrict(text, "", [](FddRecorder& t) { t.refusedDimensions = {"A"}; });
+  const FddRecorder& target = runs.lax->target;
   EXPECT_EQ(target.callsOf("addAttributeDimension"),
             (Calls{"addAttributeDimension(HLAobjectRoot, a, A)",
                    "addAttributeDimension(HLAobjectRoot, a, B)"}));
@@ -933,30 +804,21 @@ TEST(FedReader1516DimensionLists, ARefusedDimensionIsFatalOnlyUnderStrictCheckin
             (Calls{"addInteractionDimension(HLAinteractionRoot, A)",
                    "addInteractionDimension(HLAinteractionRoot, B)"}));
   EXPECT_TRUE(target.called("addParameter(HLAinteractionRoot, p)"));
-
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  strictTarget.refusedDimensions = {"A"};
-  outcome = readFddText(strictReader, text, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, "");
+  const FddRecorder& strictTarget = runs.strict->target;
   EXPECT_EQ(strictTarget.callsOf("addAttributeDimension"),
             Calls{"addAttributeDimension(HLAobjectRoot, a, A)"});
   EXPECT_EQ(strictTarget.callsOf("addAttribute").size(), 1u);
 
-  DtFedReader1516 interactionReader;
-  FddRecorder interactionTarget;
-  interactionTarget.refusedDimensions = {"B"};
-  outcome = readFddText(interactionReader,
-                        completeFdd("<interactions><interactionClass name=\"HLAinteractionRoot\" "
-                                    "dimensions=\"A B C\"><parameter name=\"p\"/>"
-                                    "</interactionClass></interactions>\n"),
-                        &interactionTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(interactionTarget.callsOf("addInteractionDimension"),
+  auto interaction =
+      runFdd(completeFdd("<interactions><interactionClass "
+                         "name=\"HLAinteractionRoot\" dimensions=\"A B C\">"
+                         "<parameter name=\"p\"/></interactionClass></interactions>\n"),
+             strict(1), [](FddRecorder& t) { t.refusedDimensions = {"B"}; });
+  EXPECT_EQ(interaction->outcome.result, 2);
+  EXPECT_EQ(interaction->target.callsOf("addInteractionDimension"),
             (Calls{"addInteractionDimension(HLAinteractionRoot, A)",
                    "addInteractionDimension(HLAinteractionRoot, B)"}));
-  EXPECT_TRUE(interactionTarget.callsOf("addParameter").empty());
+  EXPECT_TRUE(interaction->target.callsOf("addParameter").empty());
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -981,53 +843,55 @@ DimensionRun runDimension(const std::string& element, unsigned int mask = 0) {
   return run;
 }
 
-TEST(FedReader1516Dimensions, FederateNeedsANormalizationAndMayLackABound) {
-  DimensionRun run = runDimension("<dimension name=\"Federate\" normalization=\"linear\"/>");
-  EXPECT_EQ(run.result, 0);
-  EXPECT_EQ(run.calls, Calls{"addDimension(Federate, 18446744073709551615, 0, 1, false, linear)"});
+// The element is taken: the one call it makes to the target is this addDimension.
+void expectDimensionAdded(const std::string& element, const std::string& call) {
+  DimensionRun run = runDimension(element);
+  EXPECT_EQ(run.result, 0) << run.error;
+  EXPECT_EQ(run.calls, Calls{call});
+}
 
-  run = runDimension("<dimension name=\"Federate\" upperBound=\"5\"/>");
+// The element fails with this text, before anything reaches the target.
+void expectDimensionFails(const std::string& element, const std::string& error) {
+  DimensionRun run = runDimension(element);
   EXPECT_EQ(run.result, 2);
-  EXPECT_EQ(run.error,
-            "Dimension \"Federate\" missing normalization in FDD file.\nname= Federate\n"
-            "upperBound= 5\n");
+  EXPECT_EQ(run.error, error);
   EXPECT_TRUE(run.calls.empty());
+}
+
+TEST(FedReader1516Dimensions, FederateNeedsANormalizationAndMayLackABound) {
+  expectDimensionAdded("<dimension name=\"Federate\" normalization=\"linear\"/>",
+                       "addDimension(Federate, 18446744073709551615, 0, 1, false, linear)");
+  expectDimensionFails("<dimension name=\"Federate\" upperBound=\"5\"/>",
+                       "Dimension \"Federate\" missing normalization in FDD file.\nname= Federate\n"
+                       "upperBound= 5\n");
 }
 
 TEST(FedReader1516Dimensions, OtherDimensionsNeedABoundAndMayLackANormalization) {
-  DimensionRun run = runDimension("<dimension name=\"X\" upperBound=\"10\"/>");
-  EXPECT_EQ(run.result, 0);
-  EXPECT_EQ(run.calls, Calls{"addDimension(X, 10, 0, 1, false, )"});
-
-  run = runDimension("<dimension name=\"X\" normalization=\"linear\"/>");
-  EXPECT_EQ(run.result, 2);
-  EXPECT_EQ(run.error,
-            "Dimension \"X\" missing upper bound in FDD file.\nname= X\nnormalization= linear\n");
-  EXPECT_TRUE(run.calls.empty());
-
-  run = runDimension("<dimension name=\"X\" upperBound=\"7\" normalization=\"n\"/>");
-  EXPECT_EQ(run.calls, Calls{"addDimension(X, 7, 0, 1, false, n)"});
+  expectDimensionAdded("<dimension name=\"X\" upperBound=\"10\"/>",
+                       "addDimension(X, 10, 0, 1, false, )");
+  expectDimensionFails(
+      "<dimension name=\"X\" normalization=\"linear\"/>",
+      "Dimension \"X\" missing upper bound in FDD file.\nname= X\nnormalization= linear\n");
+  expectDimensionAdded("<dimension name=\"X\" upperBound=\"7\" normalization=\"n\"/>",
+                       "addDimension(X, 7, 0, 1, false, n)");
 }
 
 TEST(FedReader1516Dimensions, ADimensionWithNoName) {
-  DimensionRun run = runDimension("<dimension upperBound=\"5\"/>");
-  EXPECT_EQ(run.result, 2);
-  EXPECT_EQ(run.error, "Dimension with no name found in FDD file.\nupperBound= 5\n");
+  expectDimensionFails("<dimension upperBound=\"5\"/>",
+                       "Dimension with no name found in FDD file.\nupperBound= 5\n");
 }
 
 TEST(FedReader1516Dimensions, TheUpperBound) {
-  DimensionRun run = runDimension("<dimension name=\"X\" upperBound=\"   10\"/>");
-  EXPECT_EQ(run.result, 0);
-  EXPECT_EQ(run.calls, Calls{"addDimension(X, 10, 0, 1, false, )"});
-  run = runDimension("<dimension name=\"X\" upperBound=\"18446744073709551615\"/>");
-  EXPECT_EQ(run.calls, Calls{"addDimension(X, 18446744073709551615, 0, 1, false, )"});
+  expectDimensionAdded("<dimension name=\"X\" upperBound=\"   10\"/>",
+                       "addDimension(X, 10, 0, 1, false, )");
+  expectDimensionAdded("<dimension name=\"X\" upperBound=\"18446744073709551615\"/>",
+                       "addDimension(X, 18446744073709551615, 0, 1, false, )");
   for (const char* bound : {"10a", "-1", "+5", "", "1.5", "10 ", "18446744073709551616"}) {
-    run = runDimension(std::string("<dimension name=\"X\" upperBound=\"") + bound + "\"/>");
-    EXPECT_EQ(run.result, 2) << bound;
-    EXPECT_EQ(run.error, std::string("Dimension \"X\" upper bound is invalid in FDD file.\n"
+    SCOPED_TRACE(bound);
+    expectDimensionFails(std::string("<dimension name=\"X\" upperBound=\"") + bound + "\"/>",
+                         std::string("Dimension \"X\" upper bound is invalid in FDD file.\n"
                                      "name= X\nupperBound= ") +
                              bound + "\n");
-    EXPECT_TRUE(run.calls.empty());
   }
 }
 
@@ -1061,21 +925,17 @@ const ValueCase theValueCases[] = {
 
 TEST(FedReader1516Dimensions, TheValueGrammar) {
   for (const ValueCase& c : theValueCases) {
-    DimensionRun run = runDimension(std::string("<dimension name=\"X\" upperBound=\"") + c.bound +
-                                    "\" value=\"" + c.value + "\"/>");
+    SCOPED_TRACE(std::string(c.value) + " / " + c.bound);
+    const std::string element = std::string("<dimension name=\"X\" upperBound=\"") + c.bound +
+                                "\" value=\"" + c.value + "\"/>";
     if (c.ok) {
-      EXPECT_EQ(run.result, 0) << c.value << " / " << c.bound << ": " << run.error;
-      EXPECT_EQ(run.calls, Calls{std::string("addDimension(X, ") + c.bound + ", " +
-                                 std::to_string(c.lower) + ", " + std::to_string(c.upper) + ", " +
-                                 (c.excluded ? "true" : "false") + ", )"})
-          << c.value;
+      expectDimensionAdded(element, std::string("addDimension(X, ") + c.bound + ", " +
+                                        std::to_string(c.lower) + ", " + std::to_string(c.upper) +
+                                        ", " + (c.excluded ? "true" : "false") + ", )");
     } else {
-      EXPECT_EQ(run.result, 2) << c.value << " / " << c.bound;
-      EXPECT_EQ(run.error, std::string("Dimension \"X\" value is invalid in FDD file.\n"
-                                       "name= X\nupperBound= ") +
-                               c.bound + "\nvalue= " + c.value + "\n")
-          << c.value;
-      EXPECT_TRUE(run.calls.empty()) << c.value;
+      expectDimensionFails(element, std::string("Dimension \"X\" value is invalid in FDD file.\n"
+                                                "name= X\nupperBound= ") +
+                                        c.bound + "\nvalue= " + c.value + "\n");
     }
   }
 }
@@ -1097,20 +957,10 @@ TEST(FedReader1516Dimensions, TheListTakesOnlyDimensions) {
   const std::string text = completeFdd(
       "<dimensions>\n<!-- c -->\n<dim name=\"Q\"/>\n"
       "<dimension name=\"X\" upperBound=\"5\"/>\n</dimensions>\n");
-  const char* message = "Unexpected tag in dimension list for FDD file.\n\tDimensions Tag = dim *";
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, message);
-  EXPECT_EQ(target.callsOf("addDimension"), Calls{"addDimension(X, 5, 0, 1, false, )"});
-
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  outcome = readFddText(strictReader, text, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, message);
-  EXPECT_EQ(strictTarget.calls, Calls{"setFomType(2)"});
+  LaxAndStrict runs = expectFatalOnlyWhenStrict(
+      text, "Unexpected tag in dimension list for FDD file.\n\tDimensions Tag = dim *");
+  EXPECT_EQ(runs.lax->target.callsOf("addDimension"), Calls{"addDimension(X, 5, 0, 1, false, )"});
+  EXPECT_EQ(runs.strict->target.calls, Calls{"setFomType(2)"});
 }
 
 TEST(FedReader1516Dimensions, ARefusedDimensionDoesNotMatter) {

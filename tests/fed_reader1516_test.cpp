@@ -27,35 +27,9 @@
 #include "support/files.h"
 
 using namespace KORRti;
-using ktltest::atNode;
-using ktltest::completeFdd;
-using ktltest::fddDocument;
-using ktltest::FddReadOptions;
-using ktltest::FddRecorder;
-using ktltest::FedReadOutcome;
-using ktltest::ParsedXml;
-using ktltest::readFddText;
+using namespace ktltest;
 
 namespace {
-
-using Calls = std::vector<std::string>;
-
-std::string str(const DtString& text) {
-  return text.c_str();
-}
-
-FddReadOptions strict(unsigned int mask = 1, int level = 1) {
-  FddReadOptions options;
-  options.strict = mask;
-  options.level = level;
-  return options;
-}
-
-FddReadOptions atLevel(int level) {
-  FddReadOptions options;
-  options.level = level;
-  return options;
-}
 
 // A document with a DOCTYPE line: the XML declaration, the DOCTYPE, then the root around body.
 std::string withDoctype(const std::string& doctype, const std::string& body) {
@@ -84,6 +58,13 @@ const char* const theRootClass = "<objects><objectClass name=\"HLAobjectRoot\"/>
 const char* const theBadRootClass =
     "<objects><objectClass name=\"HLAobjectRoot\" undeclared=\"1\"/></objects>\n";
 
+// Options that validate, with this strict checking mask and notify level.
+FddReadOptions validating(unsigned int mask, int level = 1) {
+  FddReadOptions options = strict(mask, level);
+  options.validate = true;
+  return options;
+}
+
 // ---------------------------------------------------------------------------------------------
 // readFedFilePtr
 
@@ -91,7 +72,7 @@ TEST(FedReader1516Read, ANullFileAnswersOneAndStoresNothing) {
   DtFedReader1516 reader;
   FddRecorder target;
   reader.setStrictChecking(5);
-  FedReadOutcome outcome = ktltest::captureFedRead(reader, 4, [&] {
+  FedReadOutcome outcome = captureFedRead(reader, 4, [&] {
     return reader.readFedFilePtr(nullptr, &target, DtFilename("x.xml"), 1, true, true);
   });
   EXPECT_EQ(outcome.result, 1);
@@ -116,8 +97,7 @@ TEST(FedReader1516Read, TellsTheTargetItsFormatFirstAndStoresTheMask) {
 TEST(FedReader1516Read, ThroughReadFed) {
   DtFedReader1516 reader;
   FddRecorder target;
-  FedReadOutcome outcome =
-      ktltest::readFddThroughReadFed(reader, completeFdd(theRootClass), &target);
+  FedReadOutcome outcome = readFddThroughReadFed(reader, completeFdd(theRootClass), &target);
   EXPECT_EQ(outcome.result, 0) << outcome.error;
   ASSERT_GE(target.calls.size(), 2u);
   EXPECT_EQ(target.calls[0], "fomType()");
@@ -142,34 +122,27 @@ TEST(FedReader1516Read, AWrongDocumentTypeWithValidateEndsWithMissingDtd) {
   for (unsigned int mask : {0u, 1u}) {
     DtFedReader1516 reader;
     FddRecorder target;
-    FddReadOptions options = strict(mask);
-    options.validate = true;
     FedReadOutcome outcome =
         readFddText(reader, withDoctype("<!DOCTYPE other SYSTEM \"other.dtd\">", theRootClass),
-                    &target, options);
+                    &target, validating(mask));
     EXPECT_EQ(outcome.result, 2);
     EXPECT_EQ(outcome.error, "FDD missing DTD.");
     EXPECT_EQ(target.calls, Calls{"setFomType(2)"});
   }
 }
 
-TEST(FedReader1516Read, NoDtdWithValidateFailsOnlyUnderStrictChecking) {
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FddReadOptions options;
-  options.validate = true;
-  FedReadOutcome outcome = readFddText(reader, completeFdd(theRootClass), &target, options);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, "FDD missing DTD.");
-  EXPECT_TRUE(target.called("addObjectClass(HLAobjectRoot, null)"));
+// A validation fault is reported and read past without strict checking; with it the read ends
+// before anything reaches the target.
+void expectValidationFatalOnlyWhenStrict(const FddFile& file, const std::string& error) {
+  LaxAndStrict runs =
+      expectFatalOnlyWhenStrict(file, error, FddSetUp(), validating(0), validating(1));
+  EXPECT_TRUE(runs.lax->target.called("addObjectClass(HLAobjectRoot, null)"));
+  EXPECT_EQ(runs.strict->target.calls, Calls{"setFomType(2)"});
+}
 
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  options.strict = 1;
-  outcome = readFddText(strictReader, completeFdd(theRootClass), &strictTarget, options);
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, "FDD missing DTD.");
-  EXPECT_EQ(strictTarget.calls, Calls{"setFomType(2)"});
+TEST(FedReader1516Read, NoDtdWithValidateFailsOnlyUnderStrictChecking) {
+  expectValidationFatalOnlyWhenStrict(FddFile{writeTempFile(completeFdd(theRootClass), ".xml")},
+                                      "FDD missing DTD.");
 }
 
 TEST(FedReader1516Read, WithoutValidateTheDoctypeIsNotLookedAt) {
@@ -185,15 +158,13 @@ TEST(FedReader1516Read, WithoutValidateTheDoctypeIsNotLookedAt) {
 }
 
 TEST(FedReader1516Read, ARelativeDtdIsFoundBesideTheDocument) {
-  ktltest::TempDir dir;
+  TempDir dir;
   dir.write("small.dtd", theSmallDtd);
   std::string path = dir.write(
       "model.xml", withDoctype("<!DOCTYPE objectModel SYSTEM \"small.dtd\">", theRootClass));
   DtFedReader1516 reader;
   FddRecorder target;
-  FddReadOptions options = strict(1, 2);
-  options.validate = true;
-  FedReadOutcome outcome = ktltest::readFddFile(reader, path, &target, options);
+  FedReadOutcome outcome = readFddFile(reader, path, &target, validating(1, 2));
   EXPECT_EQ(outcome.result, 0) << outcome.error;
   EXPECT_EQ(outcome.error, "");
   EXPECT_EQ(outcome.out, "Checking path relative to FED file directory for small.dtd\n");
@@ -202,59 +173,39 @@ TEST(FedReader1516Read, ARelativeDtdIsFoundBesideTheDocument) {
   // Below the info level the line is not written.
   DtFedReader1516 quiet;
   FddRecorder quietTarget;
-  options.level = 1;
-  outcome = ktltest::readFddFile(quiet, path, &quietTarget, options);
+  outcome = readFddFile(quiet, path, &quietTarget, validating(1, 1));
   EXPECT_EQ(outcome.result, 0);
   EXPECT_EQ(outcome.out, "");
 }
 
 TEST(FedReader1516Read, AnAbsoluteDtdIsTakenAsItStands) {
-  ktltest::TempDir dir;
+  TempDir dir;
   std::string dtd = dir.write("dtd/small.dtd", theSmallDtd);
   std::string path = dir.write(
       "model.xml", withDoctype("<!DOCTYPE objectModel SYSTEM \"" + dtd + "\">", theRootClass));
   DtFedReader1516 reader;
   FddRecorder target;
-  FddReadOptions options = strict(1, 2);
-  options.validate = true;
-  FedReadOutcome outcome = ktltest::readFddFile(reader, path, &target, options);
+  FedReadOutcome outcome = readFddFile(reader, path, &target, validating(1, 2));
   EXPECT_EQ(outcome.result, 0) << outcome.error;
   EXPECT_EQ(outcome.error, "");
   EXPECT_EQ(outcome.out, "");
 }
 
 TEST(FedReader1516Read, AFailedValidationIsFatalOnlyUnderStrictChecking) {
-  ktltest::TempDir dir;
+  TempDir dir;
   dir.write("small.dtd", theSmallDtd);
   std::string path = dir.write(
       "model.xml", withDoctype("<!DOCTYPE objectModel SYSTEM \"small.dtd\">", theBadRootClass));
-  FddReadOptions options;
-  options.validate = true;
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = ktltest::readFddFile(reader, path, &target, options);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, "FDD failed DTD validation.");
-  EXPECT_TRUE(target.called("addObjectClass(HLAobjectRoot, null)"));
-
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  options.strict = 1;
-  outcome = ktltest::readFddFile(strictReader, path, &strictTarget, options);
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, "FDD failed DTD validation.");
-  EXPECT_EQ(strictTarget.calls, Calls{"setFomType(2)"});
+  expectValidationFatalOnlyWhenStrict(FddFile{path}, "FDD failed DTD validation.");
 }
 
 TEST(FedReader1516Read, AMissingDtdFileFailsValidation) {
-  ktltest::TempDir dir;
+  TempDir dir;
   std::string path = dir.write(
       "model.xml", withDoctype("<!DOCTYPE objectModel SYSTEM \"absent.dtd\">", theRootClass));
   DtFedReader1516 reader;
   FddRecorder target;
-  FddReadOptions options = strict(1);
-  options.validate = true;
-  FedReadOutcome outcome = ktltest::readFddFile(reader, path, &target, options);
+  FedReadOutcome outcome = readFddFile(reader, path, &target, validating(1));
   EXPECT_EQ(outcome.result, 2);
   EXPECT_EQ(outcome.error, "FDD failed DTD validation.");
 }
@@ -306,11 +257,9 @@ TEST(FedReader1516Read, ADtdNamedByAUrlIsNeverFetched) {
   for (unsigned int mask : {0u, 1u}) {
     DtFedReader1516 reader;
     FddRecorder target;
-    FddReadOptions options = strict(mask);
-    options.validate = true;
     FedReadOutcome outcome = readFddText(
         reader, withDoctype("<!DOCTYPE objectModel SYSTEM \"" + url + "\">", theRootClass), &target,
-        options);
+        validating(mask));
     EXPECT_EQ(outcome.result, mask ? 2 : 0);
     EXPECT_EQ(outcome.error, "FDD failed DTD validation.");
   }
@@ -495,20 +444,10 @@ TEST(FedReader1516ProcessFed, TheLastMissingSectionIsTheOneLeft) {
 }
 
 TEST(FedReader1516ProcessFed, UnrecognizedTopLevelTag) {
-  const std::string text = completeFdd("<bogus/>\n" + std::string(theRootClass));
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, "Unrecognized top-level tag: bogus");
-  EXPECT_TRUE(target.called("addObjectClass(HLAobjectRoot, null)"));
-
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  outcome = readFddText(strictReader, text, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, "Unrecognized top-level tag: bogus");
-  EXPECT_FALSE(strictTarget.called("addObjectClass(HLAobjectRoot, null)"));
+  LaxAndStrict runs = expectFatalOnlyWhenStrict(
+      completeFdd("<bogus/>\n" + std::string(theRootClass)), "Unrecognized top-level tag: bogus");
+  EXPECT_TRUE(runs.lax->target.called("addObjectClass(HLAobjectRoot, null)"));
+  EXPECT_FALSE(runs.strict->target.called("addObjectClass(HLAobjectRoot, null)"));
 }
 
 TEST(FedReader1516ProcessFed, TagsAreNotASectionThatCanBeMissing) {
@@ -571,21 +510,10 @@ TEST(FedReader1516Switches, EnabledAndDisabledThenTheSevenSettersInOrder) {
                     "setSwitch(attributeScopeAdvisory, true)",
                     "isKnownSwitch(conveyProducingFederate)",
                     "hasSwitch(conveyProducingFederate)",
-                    "setSwitch(conveyProducingFederate, true)",
-                    "switchValue(autoProvide)",
-                    "setAutoProvide(true)",
-                    "switchValue(conveyRegionDesignatorSets)",
-                    "setConveyRegionDesignatorSets(false)",
-                    "switchValue(attributeScopeAdvisory)",
-                    "setAttributeScopeAdvisory(true)",
-                    "switchValue(attributeRelevanceAdvisory)",
-                    "setAttributeRelevanceAdvisory(false)",
-                    "switchValue(objectClassRelevanceAdvisory)",
-                    "setObjectClassRelevanceAdvisory(false)",
-                    "switchValue(interactionRelevanceAdvisory)",
-                    "setInteractionRelevanceAdvisory(false)",
-                    "switchValue(serviceReporting)",
-                    "setServiceReporting(false)"};
+                    "setSwitch(conveyProducingFederate, true)"};
+  // Then the seven setters, true for the two switches enabled.
+  const Calls pushes = switchPushes({"autoProvide", "attributeScopeAdvisory"});
+  expected.insert(expected.end(), pushes.begin(), pushes.end());
   EXPECT_EQ(target.calls, expected);
   EXPECT_TRUE(target.switchValue("conveyProducingFederate"));
 }
@@ -632,24 +560,17 @@ TEST(FedReader1516Switches, AnInvalidValue) {
       "<switches autoProvide=\"Yes\" serviceReporting=\"Enabled\"/>\n" + std::string(theRootClass));
   const std::string message =
       "Invalid value, Yes, found for switch autoProvide" + atNode(text, "switches", "<switches");
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target, atLevel(3));
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, message);
-  EXPECT_NE(outcome.out.find("\tautoProvide                   : Yes Invalid!\n"), std::string::npos)
-      << outcome.out;
+  LaxAndStrict runs = expectFatalOnlyWhenStrict(text, message, FddSetUp(), atLevel(3));
+  const std::string& out = runs.lax->outcome.out;
+  EXPECT_NE(out.find("\tautoProvide                   : Yes Invalid!\n"), std::string::npos) << out;
+  const FddRecorder& target = runs.lax->target;
   EXPECT_FALSE(target.called("setSwitch(autoProvide, true)"));
   EXPECT_FALSE(target.called("setSwitch(autoProvide, false)"));
   EXPECT_TRUE(target.called("setAutoProvide(false)"));
   EXPECT_TRUE(target.called("setServiceReporting(true)"));
 
   // Under strict checking the loop still goes on, but no setter is called and the read ends.
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  outcome = readFddText(strictReader, text, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, message);
+  const FddRecorder& strictTarget = runs.strict->target;
   EXPECT_TRUE(strictTarget.called("setSwitch(serviceReporting, true)"));
   EXPECT_TRUE(strictTarget.callsOf("setAutoProvide").empty());
   EXPECT_TRUE(strictTarget.callsOf("setServiceReporting").empty());
@@ -670,7 +591,7 @@ TEST(FedReader1516Switches, SkipSwitchesIgnoresTheSectionEvenABadValue) {
 }
 
 TEST(FedReader1516Switches, NoTargetNoWalk) {
-  ktltest::Probe1516 reader;
+  Probe1516 reader;
   reader.setMask(1);
   ParsedXml doc("<switches autoProvide=\"Nonsense\"/>");
   EXPECT_EQ(reader.parseSwitches(doc.root()), 0);
@@ -736,24 +657,17 @@ TEST(FedReader1516Tags, AWrongAttribute) {
   const std::string message =
       "Unexpected attribute in a User Supplied Tag for FDD file.\n\tAttribute = bogus" +
       atNode(text, "first", "<first");
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, message);
-  ASSERT_EQ(target.tags.size(), 2u);
-  EXPECT_EQ(str(target.tags[0]->dataType), "D");
+  LaxAndStrict runs = expectFatalOnlyWhenStrict(text, message);
+  const auto& tags = runs.lax->target.tags;
+  ASSERT_EQ(tags.size(), 2u);
+  EXPECT_EQ(str(tags[0]->dataType), "D");
 
   // Under strict checking the filling stops at the fault, the record is still delivered, and
   // the walk ends after it.
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  outcome = readFddText(strictReader, text, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, message);
-  ASSERT_EQ(strictTarget.tags.size(), 1u);
-  EXPECT_EQ(str(strictTarget.tags[0]->name), "first");
-  EXPECT_EQ(str(strictTarget.tags[0]->dataType), "");
+  const auto& strictTags = runs.strict->target.tags;
+  ASSERT_EQ(strictTags.size(), 1u);
+  EXPECT_EQ(str(strictTags[0]->name), "first");
+  EXPECT_EQ(str(strictTags[0]->dataType), "");
 }
 
 TEST(FedReader1516Tags, AnyTextInTheSectionIsATagToo) {
@@ -811,48 +725,30 @@ TEST(FedReader1516Synchronizations, ABadCapability) {
       "Unexpected attribute value for Capability in a Synchronization Point Tag for FDD "
       "file.\n\tValue = Sometimes" +
       atNode(text, "synchronization", "<synchronization ");
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, message);
-  EXPECT_EQ(target.synchronizationPoints.size(), 2u);
-
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  outcome = readFddText(strictReader, text, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, message);
-  ASSERT_EQ(strictTarget.synchronizationPoints.size(), 1u);
-  EXPECT_EQ(str(strictTarget.synchronizationPoints[0]->label), "A");
+  LaxAndStrict runs = expectFatalOnlyWhenStrict(text, message);
+  EXPECT_EQ(runs.lax->target.synchronizationPoints.size(), 2u);
+  const auto& strictPoints = runs.strict->target.synchronizationPoints;
+  ASSERT_EQ(strictPoints.size(), 1u);
+  EXPECT_EQ(str(strictPoints[0]->label), "A");
 }
 
 TEST(FedReader1516Synchronizations, AWrongChildAndAWrongAttribute) {
   const std::string wrongChild = completeFdd(
       "<synchronizations>\n<sync label=\"X\"/>\n<synchronization label=\"A\"/>\n"
       "</synchronizations>\n");
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, wrongChild, &target);
   const std::string childMessage =
       "Unexpected tag in Synchronization Points list for FDD file.\n\tSynchronization Point "
       "Tag = sync *" +
       atNode(wrongChild, "sync", "<sync ");
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, childMessage);
-  EXPECT_EQ(target.synchronizationPoints.size(), 1u);
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  outcome = readFddText(strictReader, wrongChild, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, childMessage);
-  EXPECT_TRUE(strictTarget.synchronizationPoints.empty());
+  LaxAndStrict runs = expectFatalOnlyWhenStrict(wrongChild, childMessage);
+  EXPECT_EQ(runs.lax->target.synchronizationPoints.size(), 1u);
+  EXPECT_TRUE(runs.strict->target.synchronizationPoints.empty());
 
   const std::string wrongAttribute = completeFdd(
       "<synchronizations>\n<synchronization label=\"A\" when=\"now\"/>\n</synchronizations>\n");
   DtFedReader1516 other;
   FddRecorder otherTarget;
-  outcome = readFddText(other, wrongAttribute, &otherTarget);
+  FedReadOutcome outcome = readFddText(other, wrongAttribute, &otherTarget);
   EXPECT_EQ(outcome.result, 0);
   EXPECT_EQ(outcome.error,
             "Unexpected attribute in a Synchronization Point Tag for FDD file.\n\tAttribute = "
@@ -934,23 +830,15 @@ TEST(FedReader1516Transportations, AWrongChildAndAWrongAttribute) {
   const std::string text = completeFdd(
       "<transportations>\n<transport name=\"X\"/>\n"
       "<transportation name=\"HLAreliable\" reliable=\"Yes\"/>\n</transportations>\n");
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error,
-            "Unexpected attribute in a Transport Tag for FDD file.\n\tAttribute = reliable" +
-                atNode(text, "transportation", "<transportation "));
-  EXPECT_EQ(target.transportations.size(), 1u);
-
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  outcome = readFddText(strictReader, text, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error,
-            "Unexpected tag in transports list for FDD file.\n\tTransport Tag = transport *" +
-                atNode(text, "transport", "<transport "));
-  EXPECT_TRUE(strictTarget.transportations.empty());
+  // Without strict checking the last fault is left; with it the first ends the read.
+  LaxAndStrict runs = expectLaxAndStrict(
+      text,
+      "Unexpected attribute in a Transport Tag for FDD file.\n\tAttribute = reliable" +
+          atNode(text, "transportation", "<transportation "),
+      "Unexpected tag in transports list for FDD file.\n\tTransport Tag = transport *" +
+          atNode(text, "transport", "<transport "));
+  EXPECT_EQ(runs.lax->target.transportations.size(), 1u);
+  EXPECT_TRUE(runs.strict->target.transportations.empty());
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -979,22 +867,16 @@ TEST(FedReader1516Time, BothEntries) {
 TEST(FedReader1516Time, AWrongChildAndAWrongAttribute) {
   const std::string text = completeFdd(
       "<time>\n<timeStamp dataType=\"T\" units=\"s\"/>\n<clock/>\n<lookahead/>\n</time>\n");
-  DtFedReader1516 reader;
-  FddRecorder target;
-  FedReadOutcome outcome = readFddText(reader, text, &target);
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, "Unexpected tag in times list for FDD file.\n\tTime Tag = clock *" +
-                               atNode(text, "clock", "<clock"));
-  EXPECT_EQ(target.times.size(), 2u);
-
-  DtFedReader1516 strictReader;
-  FddRecorder strictTarget;
-  outcome = readFddText(strictReader, text, &strictTarget, strict(1));
-  EXPECT_EQ(outcome.result, 2);
-  EXPECT_EQ(outcome.error, "Unexpected attribute in a Time Tag for FDD file.\n\tAttribute = units" +
-                               atNode(text, "timeStamp", "<timeStamp"));
-  ASSERT_EQ(strictTarget.times.size(), 1u);
-  EXPECT_EQ(str(strictTarget.times[0]->dataType), "T");
+  // Without strict checking the last fault is left; with it the first ends the read.
+  LaxAndStrict runs =
+      expectLaxAndStrict(text,
+                         "Unexpected tag in times list for FDD file.\n\tTime Tag = clock *" +
+                             atNode(text, "clock", "<clock"),
+                         "Unexpected attribute in a Time Tag for FDD file.\n\tAttribute = units" +
+                             atNode(text, "timeStamp", "<timeStamp"));
+  EXPECT_EQ(runs.lax->target.times.size(), 2u);
+  ASSERT_EQ(runs.strict->target.times.size(), 1u);
+  EXPECT_EQ(str(runs.strict->target.times[0]->dataType), "T");
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -1043,66 +925,66 @@ TEST(FedReader1516Duplicates, EachSmallSectionReportsAndGoesOn) {
 // ---------------------------------------------------------------------------------------------
 // processXmlDocPtr
 
+// Hands doc to processXmlDocPtr and expects its answer and the error text it leaves.
+void expectProcessed(DtFedReader1516& reader, xmlDoc* doc, int result, const std::string& error) {
+  EXPECT_EQ(reader.processXmlDocPtr(doc), result);
+  EXPECT_EQ(str(reader.lastError()), error);
+}
+
 TEST(FedReader1516ProcessXmlDocPtr, ANullDocument) {
   DtFedReader1516 reader;
-  EXPECT_EQ(reader.processXmlDocPtr(nullptr), 2);
-  EXPECT_EQ(str(reader.lastError()), "Error reading FDD");
+  expectProcessed(reader, nullptr, 2, "Error reading FDD");
 }
 
 TEST(FedReader1516ProcessXmlDocPtr, NoDtdNodeIsFatalOnlyUnderStrictChecking) {
   DtFedReader1516 reader;
   ParsedXml doc("<objectModel name=\"t\"><objects/></objectModel>");
-  EXPECT_EQ(reader.processXmlDocPtr(doc.doc()), 0);
-  EXPECT_EQ(str(reader.lastError()), "No DTD Node found.");
+  expectProcessed(reader, doc.doc(), 0, "No DTD Node found.");
 
   // A failed check frees the document.
   DtFedReader1516 strictReader;
   strictReader.setStrictChecking(1);
   ParsedXml strictDoc("<objectModel name=\"t\"><objects/></objectModel>");
-  EXPECT_EQ(strictReader.processXmlDocPtr(strictDoc.release()), 2);
-  EXPECT_EQ(str(strictReader.lastError()), "No DTD Node found.");
+  expectProcessed(strictReader, strictDoc.release(), 2, "No DTD Node found.");
 }
 
 TEST(FedReader1516ProcessXmlDocPtr, TheRootMustBeANonEmptyObjectModel) {
   DtFedReader1516 reader;
   ParsedXml other("<other><x/></other>");
-  EXPECT_EQ(reader.processXmlDocPtr(other.release()), 2);
-  EXPECT_EQ(str(reader.lastError()), "Root node is not Object Model.\n\tRoot Node Name: other");
+  expectProcessed(reader, other.release(), 2,
+                  "Root node is not Object Model.\n\tRoot Node Name: other");
 
   ParsedXml empty("<objectModel name=\"t\"/>");
-  EXPECT_EQ(reader.processXmlDocPtr(empty.release()), 2);
-  EXPECT_EQ(str(reader.lastError()), "Bad FDD File. Object Model is empty.");
+  expectProcessed(reader, empty.release(), 2, "Bad FDD File. Object Model is empty.");
 }
 
 TEST(FedReader1516ProcessXmlDocPtr, ADocumentWithNoRoot) {
   DtFedReader1516 reader;
   xmlDoc* doc = xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0"));
-  EXPECT_EQ(reader.processXmlDocPtr(doc), 2);
-  EXPECT_EQ(str(reader.lastError()), "No DTD Node found.");
+  expectProcessed(reader, doc, 2, "No DTD Node found.");
   // With a DTD node and no root, the validation that follows fails, and its text is left.
   DtFedReader1516 second;
-  ktltest::TempDir dir;
+  TempDir dir;
   std::string dtd = dir.write("small.dtd", theSmallDtd);
   xmlDoc* rootless = xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0"));
   xmlCreateIntSubset(rootless, reinterpret_cast<const xmlChar*>("objectModel"), nullptr,
                      reinterpret_cast<const xmlChar*>(dtd.c_str()));
   FedReadOutcome outcome =
-      ktltest::captureFedRead(second, 1, [&] { return second.processXmlDocPtr(rootless); });
+      captureFedRead(second, 1, [&] { return second.processXmlDocPtr(rootless); });
   EXPECT_EQ(outcome.result, 2);
   EXPECT_EQ(outcome.error, "FDD failed DTD validation.");
 }
 
 TEST(FedReader1516ProcessXmlDocPtr, TheDtdIsAlwaysValidatedAndTakenAsItStands) {
-  ktltest::TempDir dir;
+  TempDir dir;
   std::string dtd = dir.write("small.dtd", theSmallDtd);
   DtFedReader1516 reader;
   ParsedXml good(withDoctype("<!DOCTYPE objectModel SYSTEM \"" + dtd + "\">", theRootClass));
-  EXPECT_EQ(reader.processXmlDocPtr(good.doc()), 0);
-  EXPECT_EQ(str(reader.lastError()), "");
+  expectProcessed(reader, good.doc(), 0, "");
 
   ParsedXml bad(withDoctype("<!DOCTYPE objectModel SYSTEM \"" + dtd + "\">", theBadRootClass));
   FedReadOutcome outcome =
-      ktltest::captureFedRead(reader, 1, [&] { return reader.processXmlDocPtr(bad.doc()); });
+      captureFedRead(reader, 1, [&] { return reader.processXmlDocPtr(bad.doc()); });
   EXPECT_EQ(outcome.result, 0);
   EXPECT_EQ(outcome.error, "FDD failed DTD validation.");
 
@@ -1111,8 +993,7 @@ TEST(FedReader1516ProcessXmlDocPtr, TheDtdIsAlwaysValidatedAndTakenAsItStands) {
   strictReader.setStrictChecking(1);
   ParsedXml relative(withDoctype("<!DOCTYPE objectModel SYSTEM \"small.dtd\">", theRootClass));
   xmlDoc* given = relative.release();
-  outcome = ktltest::captureFedRead(strictReader, 1,
-                                    [&] { return strictReader.processXmlDocPtr(given); });
+  outcome = captureFedRead(strictReader, 1, [&] { return strictReader.processXmlDocPtr(given); });
   EXPECT_EQ(outcome.result, 2);
   EXPECT_EQ(outcome.error, "FDD failed DTD validation.");
 }
@@ -1120,19 +1001,18 @@ TEST(FedReader1516ProcessXmlDocPtr, TheDtdIsAlwaysValidatedAndTakenAsItStands) {
 TEST(FedReader1516ProcessXmlDocPtr, AWrongDocumentTypeFails) {
   DtFedReader1516 reader;
   ParsedXml doc(withDoctype("<!DOCTYPE other SYSTEM \"other.dtd\">", theRootClass));
-  EXPECT_EQ(reader.processXmlDocPtr(doc.release()), 2);
   // The walk goes on past the wrong type and finds no DTD, whose text is the one left.
-  EXPECT_EQ(str(reader.lastError()), "No DTD Node found.");
+  expectProcessed(reader, doc.release(), 2, "No DTD Node found.");
 }
 
 TEST(FedReader1516ProcessXmlDocPtr, ItsVerboseAndDebugLines) {
   DtFedReader1516 reader;
   ParsedXml doc("<!-- first --><objectModel name=\"t\"><objects/></objectModel>");
   FedReadOutcome outcome =
-      ktltest::captureFedRead(reader, 4, [&] { return reader.processXmlDocPtr(doc.doc()); });
+      captureFedRead(reader, 4, [&] { return reader.processXmlDocPtr(doc.doc()); });
   EXPECT_EQ(outcome.result, 0);
   EXPECT_EQ(outcome.out, "Reading FDD : \nFDD Comment:  first \n");
-  outcome = ktltest::captureFedRead(reader, 3, [&] { return reader.processXmlDocPtr(doc.doc()); });
+  outcome = captureFedRead(reader, 3, [&] { return reader.processXmlDocPtr(doc.doc()); });
   EXPECT_EQ(outcome.out, "Reading FDD : \n");
 }
 

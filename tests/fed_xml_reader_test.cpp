@@ -20,18 +20,12 @@
 #include "support/fdd_recorder.h"
 
 using namespace KORRti;
-using ktltest::FddRecorder;
-using ktltest::ParsedXml;
-using ktltest::Probe1516;
+using namespace ktltest;
 
 namespace {
 
 const xmlChar* x(const char* text) {
   return reinterpret_cast<const xmlChar*>(text);
-}
-
-std::string str(const DtString& text) {
-  return text.c_str();
 }
 
 // The smallest reader made directly on the base, to see what the base alone sets up.
@@ -152,14 +146,14 @@ TEST(FddRecords, SetsKeepChildrenOfEqualNameApart) {
 TEST(FddRecords, EnumeratedDataWithTwoEqualEnumeratorsHoldsBoth) {
   DtFedReader1516 reader;
   FddRecorder target;
-  auto outcome = ktltest::readFddText(
-      reader,
-      ktltest::completeFdd("<dataTypes><enumeratedDataTypes>\n"
-                           "<enumeratedData name=\"E\" representation=\"HLAinteger32BE\">\n"
-                           "<enumerator name=\"One\" values=\"1\"/>\n"
-                           "<enumerator name=\"One\" values=\"1\"/>\n"
-                           "</enumeratedData></enumeratedDataTypes></dataTypes>\n"),
-      &target);
+  auto outcome =
+      readFddText(reader,
+                  completeFdd("<dataTypes><enumeratedDataTypes>\n"
+                              "<enumeratedData name=\"E\" representation=\"HLAinteger32BE\">\n"
+                              "<enumerator name=\"One\" values=\"1\"/>\n"
+                              "<enumerator name=\"One\" values=\"1\"/>\n"
+                              "</enumeratedData></enumeratedDataTypes></dataTypes>\n"),
+                  &target);
   EXPECT_EQ(outcome.result, 0) << outcome.error;
   ASSERT_EQ(target.enumeratedData.size(), 1u);
   const auto& enumerators = target.enumeratedData[0]->enumerators;
@@ -173,12 +167,11 @@ TEST(FddRecords, EnumeratedDataWithTwoEqualEnumeratorsHoldsBoth) {
 TEST(FddRecords, BasicDataWithNoEndianHoldsZero) {
   DtFedReader1516 reader;
   FddRecorder target;
-  auto outcome = ktltest::readFddText(
+  auto outcome = readFddText(
       reader,
-      ktltest::completeFdd(
-          "<dataTypes><basicDataRepresentations>\n"
-          "<basicData name=\"B\" size=\"8\" interpretation=\"i\" encoding=\"e\"/>\n"
-          "</basicDataRepresentations></dataTypes>\n"),
+      completeFdd("<dataTypes><basicDataRepresentations>\n"
+                  "<basicData name=\"B\" size=\"8\" interpretation=\"i\" encoding=\"e\"/>\n"
+                  "</basicDataRepresentations></dataTypes>\n"),
       &target);
   EXPECT_EQ(outcome.result, 0);
   EXPECT_EQ(outcome.error, "");
@@ -192,13 +185,12 @@ TEST(FddRecords, TheFixedRecordDuplicateTestSeesACopySharingTheFields) {
   // in the record delivered afterwards.
   DtFedReader1516 reader;
   FddRecorder target;
-  auto outcome = ktltest::readFddText(
-      reader,
-      ktltest::completeFdd("<dataTypes><fixedRecordDataTypes>\n"
-                           "<fixedRecordData name=\"F\">\n"
-                           "<field name=\"a\" dataType=\"T\" semantics=\"s\"/>\n"
-                           "</fixedRecordData></fixedRecordDataTypes></dataTypes>\n"),
-      &target);
+  auto outcome = readFddText(reader,
+                             completeFdd("<dataTypes><fixedRecordDataTypes>\n"
+                                         "<fixedRecordData name=\"F\">\n"
+                                         "<field name=\"a\" dataType=\"T\" semantics=\"s\"/>\n"
+                                         "</fixedRecordData></fixedRecordDataTypes></dataTypes>\n"),
+                             &target);
   EXPECT_EQ(outcome.result, 0);
   ASSERT_EQ(target.fixedRecordData.size(), 1u);
   ASSERT_EQ(target.fixedRecordData[0]->fields.size(), 1u);
@@ -208,12 +200,12 @@ TEST(FddRecords, TheFixedRecordDuplicateTestSeesACopySharingTheFields) {
 TEST(FddRecords, TextsStayAsWrittenAndANamelessRecordStillReachesTheTarget) {
   DtFedReader1516 reader;
   FddRecorder target;
-  auto outcome = ktltest::readFddText(
-      reader,
-      ktltest::completeFdd("<dataTypes><simpleDataTypes>\n"
-                           "<simpleData units=\" Metre \" representation=\"Float\"/>\n"
-                           "</simpleDataTypes></dataTypes>\n"),
-      &target);
+  auto outcome =
+      readFddText(reader,
+                  completeFdd("<dataTypes><simpleDataTypes>\n"
+                              "<simpleData units=\" Metre \" representation=\"Float\"/>\n"
+                              "</simpleDataTypes></dataTypes>\n"),
+                  &target);
   EXPECT_EQ(outcome.result, 0);
   EXPECT_TRUE(target.called("hasSimpleDatatype()"));
   ASSERT_EQ(target.simpleData.size(), 1u);
@@ -223,10 +215,10 @@ TEST(FddRecords, TextsStayAsWrittenAndANamelessRecordStillReachesTheTarget) {
 }
 
 TEST(FddRecords, TheReaderKeepsTheRawTextForTakeCurrFddData) {
-  const std::string text = ktltest::completeFdd("");
+  const std::string text = completeFdd("");
   DtFedReader1516 reader;
   FddRecorder target;
-  auto outcome = ktltest::readFddText(reader, text, &target);
+  auto outcome = readFddText(reader, text, &target);
   EXPECT_EQ(outcome.result, 0);
   char* data = reader.takeCurrFddData();
   ASSERT_NE(data, nullptr);
@@ -234,8 +226,8 @@ TEST(FddRecords, TheReaderKeepsTheRawTextForTakeCurrFddData) {
   delete[] data;
   EXPECT_EQ(reader.takeCurrFddData(), nullptr);
   // A second read makes a new buffer (the old one freed by the reader).
-  ktltest::readFddText(reader, text, &target);
-  ktltest::readFddText(reader, text + "\n", &target);
+  readFddText(reader, text, &target);
+  readFddText(reader, text + "\n", &target);
   data = reader.takeCurrFddData();
   ASSERT_NE(data, nullptr);
   EXPECT_EQ(std::string(data, text.size() + 1), text + "\n");
@@ -552,8 +544,8 @@ TEST(XmlFedReaderHelpers, ClipPrefix) {
 TEST(XmlFedReaderHelpers, GetChildrenContent) {
   BareXmlReader reader;
   ParsedXml doc("<a><t>text</t><empty/></a>");
-  xmlNode* withText = ktltest::childElement(doc.root(), "t");
-  xmlNode* childless = ktltest::childElement(doc.root(), "empty");
+  xmlNode* withText = childElement(doc.root(), "t");
+  xmlNode* childless = childElement(doc.root(), "empty");
   ASSERT_NE(withText, nullptr);
   ASSERT_NE(childless, nullptr);
   DtString value("kept");
@@ -732,8 +724,7 @@ TEST(XmlFedReaderFomType, ByTheFirstTransportation) {
 }
 
 TEST(XmlFedReaderFomType, OfAnOpenFileLeavesItAtItsStart) {
-  std::string path =
-      ktltest::writeTempFile("<objectModel name=\"n\"><objects/></objectModel>", ".xml");
+  std::string path = writeTempFile("<objectModel name=\"n\"><objects/></objectModel>", ".xml");
   FILE* file = std::fopen(path.c_str(), "rb");
   ASSERT_NE(file, nullptr);
   std::fseek(file, 0, SEEK_END);
@@ -742,17 +733,17 @@ TEST(XmlFedReaderFomType, OfAnOpenFileLeavesItAtItsStart) {
   EXPECT_EQ(std::fgetc(file), '<');
   std::fclose(file);
 
-  std::string broken = ktltest::writeTempFile("not xml at all <", ".xml");
+  std::string broken = writeTempFile("not xml at all <", ".xml");
   file = std::fopen(broken.c_str(), "rb");
   ASSERT_NE(file, nullptr);
-  ktltest::Captured captured =
-      ktltest::captureOutput([&] { EXPECT_EQ(DtXmlFedReader::fomType(file), DtFomTypeUnknown); });
+  Captured captured =
+      captureOutput([&] { EXPECT_EQ(DtXmlFedReader::fomType(file), DtFomTypeUnknown); });
   EXPECT_EQ(captured.err, "");
   std::fclose(file);
 }
 
 TEST(XmlFedReaderFomType, OfNoFileIsUnknown) {
-  ktltest::Captured captured = ktltest::captureOutput(
+  Captured captured = captureOutput(
       [] { EXPECT_EQ(DtXmlFedReader::fomType(static_cast<void*>(nullptr)), DtFomTypeUnknown); });
   EXPECT_EQ(captured.err, "DtFedReader::readFileIntoBuffer: FileHandle not initialized\n");
 }
@@ -765,8 +756,8 @@ TEST(XmlFedReaderTransportationTree, LogsAndReportsAnUnexpectedTag) {
   ParsedXml doc(
       "<transportations kind=\"k\"><!-- c --><transportation name=\"HLAreliable\"/>"
       "<bogus/><transportation name=\"HLAbestEffort\"/></transportations>");
-  ktltest::FedReadOutcome outcome = ktltest::captureFedRead(
-      reader, 3, [&] { return reader.parseTransportationTree(doc.root()); });
+  FedReadOutcome outcome =
+      captureFedRead(reader, 3, [&] { return reader.parseTransportationTree(doc.root()); });
   EXPECT_EQ(outcome.result, 0);
   EXPECT_EQ(outcome.error,
             "Unexpected tag in transportations tree for FDD file.\n"
@@ -780,8 +771,7 @@ TEST(XmlFedReaderTransportationTree, LogsAndReportsAnUnexpectedTag) {
             "name= HLAbestEffort\n \n\n");
 
   reader.setMask(1);
-  outcome = ktltest::captureFedRead(reader, 3,
-                                    [&] { return reader.parseTransportationTree(doc.root()); });
+  outcome = captureFedRead(reader, 3, [&] { return reader.parseTransportationTree(doc.root()); });
   EXPECT_EQ(outcome.result, 2);
   // The walk ends at the unexpected tag.
   EXPECT_EQ(outcome.out.find("HLAbestEffort"), std::string::npos);

@@ -18,6 +18,8 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 
@@ -29,6 +31,38 @@
 #include "support/fed_recorder.h"
 
 namespace ktltest {
+
+// A list of recorded calls, to compare with FddRecorder::calls and what its finders return.
+using Calls = std::vector<std::string>;
+
+// The text of a DtString, so that a check shows it as text.
+inline std::string str(const KORRti::DtString& text) {
+  return text.c_str();
+}
+
+// Whether part stands anywhere in text (in a read's output, among other lines).
+inline bool contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+// The calls with which a read ends its switches section: for each of the seven switches, in this
+// order, the question of its value and then its setter, with true for the switches in enabled.
+inline Calls switchPushes(const std::set<std::string>& enabled = std::set<std::string>()) {
+  static const char* const switches[][2] = {
+      {"autoProvide", "setAutoProvide"},
+      {"conveyRegionDesignatorSets", "setConveyRegionDesignatorSets"},
+      {"attributeScopeAdvisory", "setAttributeScopeAdvisory"},
+      {"attributeRelevanceAdvisory", "setAttributeRelevanceAdvisory"},
+      {"objectClassRelevanceAdvisory", "setObjectClassRelevanceAdvisory"},
+      {"interactionRelevanceAdvisory", "setInteractionRelevanceAdvisory"},
+      {"serviceReporting", "setServiceReporting"}};
+  Calls calls;
+  for (const auto& names : switches) {
+    calls.push_back(std::string("switchValue(") + names[0] + ")");
+    calls.push_back(std::string(names[1]) + (enabled.count(names[0]) ? "(true)" : "(false)"));
+  }
+  return calls;
+}
 
 class FddRecorder : public KORRti::DtFedTarget {
  public:
@@ -200,38 +234,10 @@ class FddRecorder : public KORRti::DtFedTarget {
     return true;
   }
 
-  bool addUpdateRate(KORRti::DtUpdateRateType* record) override {
-    return keep("addUpdateRate", record->name, record, updateRates);
-  }
-  bool hasUpdateRate(const KORRti::DtUpdateRateType& record) override {
-    return has("UpdateRate", record.name);
-  }
-  bool addSynchronizationPoint(KORRti::DtSynchronizationPointsType* record) override {
-    return keep("addSynchronizationPoint", record->label, record, synchronizationPoints);
-  }
-  bool hasSynchronizationPoint(const KORRti::DtSynchronizationPointsType& record) override {
-    return has("SynchronizationPoint", record.label);
-  }
-  bool addTransportation(KORRti::DtTransportationType* record) override {
-    return keep("addTransportation", record->name, record, transportations);
-  }
-  bool hasTransportation(const KORRti::DtTransportationType& record) override {
-    return has("Transportation", record.name);
-  }
   KORRti::DtTransportType transportationType(const KORRti::DtTransportationType& record) override {
     note("transportationType", text(record.name));
     return DtFedTarget::transportationType(record);
   }
-  bool addUserSuppliedTag(KORRti::DtUserSuppliedTagsType* record) override {
-    return keep("addUserSuppliedTag", record->name, record, tags);
-  }
-  bool hasUserSuppliedTag(const KORRti::DtUserSuppliedTagsType& record) override {
-    return has("UserSuppliedTag", record.name);
-  }
-  bool addNote(KORRti::DtNotesType* record) override {
-    return keep("addNote", record->label, record, notes);
-  }
-  bool hasNote(const KORRti::DtNotesType& record) override { return has("Note", record.label); }
 
   bool setSwitch(const KORRti::DtString& name, bool value) override {
     note("setSwitch", text(name) + ", " + flag(value));
@@ -250,47 +256,38 @@ class FddRecorder : public KORRti::DtFedTarget {
     return DtFedTarget::switchValue(name);
   }
 
-  bool addTime(KORRti::DtTimeType* record) override {
-    return keep("addTime", record->name, record, times);
+// The add and has operations of one kind of record, written once. The kind in the recorded line
+// is the operation's own name, so that the two cannot drift apart.
+#define FDD_RECORDER_KEEPS(Kind, Record, nameField, into) \
+  bool add##Kind(KORRti::Record* record) override {       \
+    return keep(#Kind, record->nameField, record, into);  \
+  }                                                       \
+  bool has##Kind(const KORRti::Record& record) override { \
+    return has(#Kind, record.nameField);                  \
   }
-  bool hasTime(const KORRti::DtTimeType& record) override { return has("Time", record.name); }
-  bool addBasicDataRepresentation(KORRti::DtBasicDataRepresentationType* record) override {
-    return keep("addBasicDataRepresentation", record->name, record, basicData);
-  }
-  bool hasBasicDataRepresentation(const KORRti::DtBasicDataRepresentationType& record) override {
-    return has("BasicDataRepresentation", record.name);
-  }
-  bool addSimpleDatatype(KORRti::DtSimpleDatatypeType* record) override {
-    return keep("addSimpleDatatype", record->name, record, simpleData);
-  }
-  bool hasSimpleDatatype(const KORRti::DtSimpleDatatypeType& record) override {
-    return has("SimpleDatatype", record.name);
-  }
-  bool addEnumeratedDatatype(KORRti::DtEnumeratedDatatypeType* record) override {
-    return keep("addEnumeratedDatatype", record->name, record, enumeratedData);
-  }
-  bool hasEnumeratedDatatype(const KORRti::DtEnumeratedDatatypeType& record) override {
-    return has("EnumeratedDatatype", record.name);
-  }
-  bool addArrayDatatype(KORRti::DtArrayDatatypeType* record) override {
-    return keep("addArrayDatatype", record->name, record, arrayData);
-  }
-  bool hasArrayDatatype(const KORRti::DtArrayDatatypeType& record) override {
-    return has("ArrayDatatype", record.name);
-  }
+
+  FDD_RECORDER_KEEPS(UpdateRate, DtUpdateRateType, name, updateRates)
+  FDD_RECORDER_KEEPS(SynchronizationPoint, DtSynchronizationPointsType, label,
+                     synchronizationPoints)
+  FDD_RECORDER_KEEPS(Transportation, DtTransportationType, name, transportations)
+  FDD_RECORDER_KEEPS(UserSuppliedTag, DtUserSuppliedTagsType, name, tags)
+  FDD_RECORDER_KEEPS(Note, DtNotesType, label, notes)
+  FDD_RECORDER_KEEPS(Time, DtTimeType, name, times)
+  FDD_RECORDER_KEEPS(BasicDataRepresentation, DtBasicDataRepresentationType, name, basicData)
+  FDD_RECORDER_KEEPS(SimpleDatatype, DtSimpleDatatypeType, name, simpleData)
+  FDD_RECORDER_KEEPS(EnumeratedDatatype, DtEnumeratedDatatypeType, name, enumeratedData)
+  FDD_RECORDER_KEEPS(ArrayDatatype, DtArrayDatatypeType, name, arrayData)
+  FDD_RECORDER_KEEPS(VariantRecordDatatype, DtVariantRecordDatatypeType, name, variantRecordData)
+#undef FDD_RECORDER_KEEPS
+
+  // Written out: its duplicate test gets a copy, whose shared fields it marks.
   bool addFixedRecordDatatype(KORRti::DtFixedRecordDatatypeType* record) override {
-    return keep("addFixedRecordDatatype", record->name, record, fixedRecordData);
+    return keep("FixedRecordDatatype", record->name, record, fixedRecordData);
   }
   bool hasFixedRecordDatatype(KORRti::DtFixedRecordDatatypeType record) override {
     // The copy shares its fields with the reader's record: mark them to show it.
     for (const auto& field : record.fields) field->semantics += "+seen";
     return has("FixedRecordDatatype", record.name);
-  }
-  bool addVariantRecordDatatype(KORRti::DtVariantRecordDatatypeType* record) override {
-    return keep("addVariantRecordDatatype", record->name, record, variantRecordData);
-  }
-  bool hasVariantRecordDatatype(const KORRti::DtVariantRecordDatatypeType& record) override {
-    return has("VariantRecordDatatype", record.name);
   }
 
   bool setFomName(const char* name) override {
@@ -337,12 +334,13 @@ class FddRecorder : public KORRti::DtFedTarget {
     return answerHas.count("has" + kind) > 0 || answerHas.count(line) > 0 ||
            (duplicatesByName && added_.count(kind + "(" + text(name) + ")") > 0);
   }
+  // Owns record in into and records "add<kind>(<name>)".
   template <typename Record>
-  bool keep(const std::string& operation, const KORRti::DtString& name, Record* record,
+  bool keep(const std::string& kind, const KORRti::DtString& name, Record* record,
             std::vector<std::unique_ptr<Record>>& into) {
     into.emplace_back(record);
-    added_.insert(operation.substr(3) + "(" + text(name) + ")");
-    note(operation, text(name));
+    added_.insert(kind + "(" + text(name) + ")");
+    note("add" + kind, text(name));
     return true;
   }
 };
@@ -375,6 +373,100 @@ inline FedReadOutcome readFddText(KORRti::DtFedReader& reader, const std::string
                                   KORRti::DtFedTarget* target,
                                   const FddReadOptions& options = FddReadOptions()) {
   return readFddFile(reader, writeTempFile(xml, ".xml"), target, options);
+}
+
+// The read under strict checking with this mask, at this notify level.
+inline FddReadOptions strict(unsigned int mask = 1, int level = 1) {
+  FddReadOptions options;
+  options.strict = mask;
+  options.level = level;
+  return options;
+}
+
+// The read without strict checking at this notify level.
+inline FddReadOptions atLevel(int level) {
+  FddReadOptions options;
+  options.level = level;
+  return options;
+}
+
+// One read of a document by a new 1516-2000 reader into a new recorder.
+struct FddRun {
+  KORRti::DtFedReader1516 reader;
+  FddRecorder target;
+  FedReadOutcome outcome;
+};
+
+// Prepares the recorder of a read (refusals, answers) before the read.
+using FddSetUp = std::function<void(FddRecorder&)>;
+
+// A document already written to a file, for a test that needs what stands beside it (a DTD).
+struct FddFile {
+  std::string path;
+};
+
+// Reads the file as readFddFile does, by a new reader into a new recorder that setUp prepares
+// first. The run is held by pointer so that the recorder's records and the reader stay in place.
+inline std::unique_ptr<FddRun> runFdd(const FddFile& file,
+                                      const FddReadOptions& options = FddReadOptions(),
+                                      const FddSetUp& setUp = FddSetUp()) {
+  auto run = std::make_unique<FddRun>();
+  if (setUp) setUp(run->target);
+  run->outcome = readFddFile(run->reader, file.path, &run->target, options);
+  return run;
+}
+
+// The same for xml written to a new temporary ".xml" file, as readFddText does.
+inline std::unique_ptr<FddRun> runFdd(const std::string& xml,
+                                      const FddReadOptions& options = FddReadOptions(),
+                                      const FddSetUp& setUp = FddSetUp()) {
+  return runFdd(FddFile{writeTempFile(xml, ".xml")}, options, setUp);
+}
+
+// Reads the document as runFdd does and expects the read's result and error text.
+template <typename Document>
+std::unique_ptr<FddRun> expectRead(const Document& document, int result, const std::string& error,
+                                   const FddReadOptions& options = FddReadOptions(),
+                                   const FddSetUp& setUp = FddSetUp()) {
+  std::unique_ptr<FddRun> run = runFdd(document, options, setUp);
+  EXPECT_EQ(run->outcome.result, result);
+  EXPECT_EQ(run->outcome.error, error);
+  return run;
+}
+
+// The two reads of one document that most fault tests make, each by a new reader into a new
+// recorder: one without strict checking and one with it, kept for the test's own checks.
+struct LaxAndStrict {
+  std::unique_ptr<FddRun> lax;
+  std::unique_ptr<FddRun> strict;
+};
+
+// Reads the document both ways and expects its faults to be only reported without strict checking
+// (0, leaving laxError) and to fail the read with it (2, with strictError).
+template <typename Document>
+LaxAndStrict expectLaxAndStrict(const Document& document, const std::string& laxError,
+                                const std::string& strictError, const FddSetUp& setUp = FddSetUp(),
+                                const FddReadOptions& laxOptions = FddReadOptions(),
+                                const FddReadOptions& strictOptions = strict(1)) {
+  LaxAndStrict runs;
+  {
+    SCOPED_TRACE("without strict checking");
+    runs.lax = expectRead(document, 0, laxError, laxOptions, setUp);
+  }
+  {
+    SCOPED_TRACE("under strict checking");
+    runs.strict = expectRead(document, 2, strictError, strictOptions, setUp);
+  }
+  return runs;
+}
+
+// The same for a single fault, whose text both reads leave.
+template <typename Document>
+LaxAndStrict expectFatalOnlyWhenStrict(const Document& document, const std::string& error,
+                                       const FddSetUp& setUp = FddSetUp(),
+                                       const FddReadOptions& laxOptions = FddReadOptions(),
+                                       const FddReadOptions& strictOptions = strict(1)) {
+  return expectLaxAndStrict(document, error, error, setUp, laxOptions, strictOptions);
 }
 
 // Writes xml to a new temporary ".xml" file and reads it through readFed.
