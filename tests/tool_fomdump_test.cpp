@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "support/capture.h"
+#include "support/files.h"
 #include "support/process.h"
 
 namespace {
@@ -426,12 +427,52 @@ TEST(ToolFomdump, Failed1516ReadPrintsWhatCameBeforeTheFault) {
             "fomdump: " + path + ": Attribute of HLAobjectRoot has no name in FDD file.\n");
 }
 
+TEST(ToolFomdump, AReadThatLeavesAWarningSaysSo) {
+  ktltest::Outcome outcome = fomdump({the1516Corpus + "/RPR_FOM_v2.0_1516-2000.xml"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "fomdump: " + the1516Corpus +
+                             "/RPR_FOM_v2.0_1516-2000.xml: warning: Missing or invalid Sync "
+                             "Points\n");
+}
+
+TEST(ToolFomdump, StrictCheckingFailsOnUnexpectedContent) {
+  std::string path = ktltest::writeTempFile(
+      "<objectModel DTDversion=\"1516.2\"><objects><objectClass name=\"HLAobjectRoot\"/>"
+      "</objects><extra/></objectModel>",
+      ".xml");
+  ktltest::Outcome lax = fomdump({path});
+  EXPECT_EQ(lax.status, 0);
+  EXPECT_NE(lax.err.find("warning: "), std::string::npos);
+  ktltest::Outcome strict = fomdump({"--strict", path});
+  EXPECT_EQ(strict.status, 2);
+  EXPECT_EQ(strict.err, "fomdump: " + path + ": Unrecognized top-level tag: extra\n");
+}
+
+TEST(ToolFomdump, ValidateChecksTheDtdTheDocumentNames) {
+  ktltest::TempDir dir;
+  std::string rpr =
+      dir.write("RPR.xml", ktltest::fileText(the1516Corpus + "/RPR_FOM_v2.0_1516-2000.xml"));
+  // Without the DTD beside it the document fails validation, which only warns without strict:
+  // the read goes on, and its last warning is the one left.
+  ktltest::Outcome missing = fomdump({"--validate", rpr});
+  EXPECT_EQ(missing.status, 0);
+  EXPECT_NE(missing.out.find("Object classes: 67\n"), std::string::npos);
+  EXPECT_EQ(missing.err, "fomdump: " + rpr + ": warning: Missing or invalid Sync Points\n");
+  ktltest::Outcome strictMissing = fomdump({"--validate", "--strict", rpr});
+  EXPECT_EQ(strictMissing.status, 2);
+  EXPECT_EQ(strictMissing.err, "fomdump: " + rpr + ": FDD failed DTD validation.\n");
+  dir.write("hla.dtd", ktltest::fileText(the1516Corpus + "/HLA.dtd"));
+  ktltest::Outcome valid = fomdump({"--validate", "--strict", rpr});
+  EXPECT_EQ(valid.status, 0);
+  EXPECT_NE(valid.out.find("Object classes: 67\n"), std::string::npos);
+}
+
 TEST(ToolFomdump, CommandLineErrors) {
   ktltest::Outcome outcome = fomdump({});
   EXPECT_EQ(outcome.status, 64);
   EXPECT_EQ(outcome.err,
             "fomdump: Required argument missing: file\n"
-            "Usage: fomdump [-v] [--json] FILE (see fomdump --help)\n");
+            "Usage: fomdump [-v] [--json] [--strict] [--validate] FILE (see fomdump --help)\n");
   outcome = fomdump({"--bogus", theExample});
   EXPECT_EQ(outcome.status, 64);
   EXPECT_EQ(outcome.err.find("fomdump: "), 0u);

@@ -32,7 +32,8 @@ const char kDescription[] =
     "switches, time, tags, synchronization points, data types and notes. The format is told by "
     "the extension and, for XML files, by the content. HLA 1.3 FED files (.fed, .omt, .ktl) and "
     "IEEE 1516-2000 documents are read; the IEEE 1516-2010 and 1516-2025 formats are recognised "
-    "but not read yet. A file that is wrong still has what was read before the fault printed. "
+    "but not read yet. A file that is wrong still has what was read before the fault printed; "
+    "a file that reads may leave a warning, printed on standard error. "
     "Exit status: 0 read, 1 no such file, 2 the file is wrong, 3 a format that is not read yet, "
     "64 a wrong command line.";
 
@@ -713,10 +714,22 @@ int run(int argc, char** argv) {
   std::string fileName;
   bool verbose = false;
   bool asJson = false;
+  bool strict = false;
+  bool validate = false;
   try {
     TCLAP::CmdLine cmd(kDescription, ' ', "1.0");
     TCLAP::SwitchArg verboseArg("v", "verbose", "Show the readers' progress lines", cmd, false);
     TCLAP::SwitchArg jsonArg("j", "json", "Print the model as JSON", cmd, false);
+    TCLAP::SwitchArg strictArg(
+        "s", "strict",
+        "Strict checking: unexpected content in an XML document fails the read instead of "
+        "leaving a warning",
+        cmd, false);
+    TCLAP::SwitchArg validateArg(
+        "d", "validate",
+        "Validate an IEEE 1516-2000 document against the DTD it names, looked for beside the "
+        "document; only local files are read",
+        cmd, false);
     TCLAP::UnlabeledValueArg<std::string> fileArg("file", "The FOM file to read", true, "", "file",
                                                   cmd);
     cmd.setExceptionHandling(false);
@@ -724,11 +737,16 @@ int run(int argc, char** argv) {
     fileName = fileArg.getValue();
     verbose = verboseArg.getValue();
     asJson = jsonArg.getValue();
+    strict = strictArg.getValue();
+    validate = validateArg.getValue();
   } catch (TCLAP::ExitException& e) {
     return e.getExitStatus();
   } catch (TCLAP::ArgException& e) {
-    std::fprintf(stderr, "fomdump: %s\nUsage: fomdump [-v] [--json] FILE (see fomdump --help)\n",
-                 e.error().c_str());
+    std::fprintf(
+        stderr,
+        "fomdump: %s\nUsage: fomdump [-v] [--json] [--strict] [--validate] FILE (see fomdump "
+        "--help)\n",
+        e.error().c_str());
     return kExitUsage;
   }
   if (verbose && DtNotifyLevel < 3) DtNotifyLevel = 3;
@@ -752,7 +770,8 @@ int run(int argc, char** argv) {
   }
 
   ModelRecorder model;
-  int result = reader->readFed(fileName.c_str(), &model, 0, false, false);
+  unsigned int mask = strict ? DtStrictUnexpectedContent : 0;
+  int result = reader->readFed(fileName.c_str(), &model, mask, validate, false);
   if (result == DtFedNoFile) {
     std::fprintf(stderr, "fomdump: cannot open FOM file: %s\n", fileName.c_str());
     return kExitNoFile;
@@ -769,6 +788,11 @@ int run(int argc, char** argv) {
                           : reader->lastError().c_str();
     std::fprintf(stderr, "fomdump: %s: %s\n", fileName.c_str(), why);
     return kExitWrongFile;
+  }
+  // A read that succeeds may still leave its last warning.
+  if (!reader->lastError().isEmpty()) {
+    std::fprintf(stderr, "fomdump: %s: warning: %s\n", fileName.c_str(),
+                 reader->lastError().c_str());
   }
   return kExitRead;
 }
