@@ -22,25 +22,16 @@ namespace KORRti {
 
 namespace {
 
-const xmlChar* text(const char* value) {
-  return reinterpret_cast<const xmlChar*>(value);
-}
-
-const char* chars(const xmlChar* value) {
-  return value ? reinterpret_cast<const char*>(value) : "";
-}
+using detail::textOf;
+using detail::xmlText;
 
 bool named(const xmlNode* node, const char* name) {
-  return xmlStrEqual(node->name, text(name)) != 0;
-}
-
-bool isComment(const xmlNode* node) {
-  return node->type == XML_COMMENT_NODE;
+  return xmlStrEqual(node->name, xmlText(name)) != 0;
 }
 
 // The text of an attribute as the readers take it: its first child's content.
 const char* attributeText(const xmlAttr* attr) {
-  return attr->children && attr->children->content ? chars(attr->children->content) : "";
+  return attr->children && attr->children->content ? textOf(attr->children->content) : "";
 }
 
 bool contains(const DtString& haystack, const char* needle) {
@@ -108,7 +99,7 @@ struct Field {
 template <typename Record, size_t N>
 const Field<Record>* findField(const Field<Record> (&fields)[N], const xmlChar* name) {
   for (const Field<Record>& field : fields) {
-    if (xmlStrEqual(name, text(field.name))) return &field;
+    if (xmlStrEqual(name, xmlText(field.name))) return &field;
   }
   return nullptr;
 }
@@ -117,7 +108,7 @@ const Field<Record>* findField(const Field<Record> (&fields)[N], const xmlChar* 
 bool isNotes(const xmlChar* name) {
   static const size_t suffix = std::strlen("Notes");
   size_t length = static_cast<size_t>(xmlStrlen(name));
-  return length > suffix && std::strcmp(chars(name) + length - suffix, "Notes") == 0;
+  return length > suffix && std::strcmp(textOf(name) + length - suffix, "Notes") == 0;
 }
 
 // The annotation of a taken attribute ("semanticsNotes" beside "semantics") is accepted and
@@ -127,7 +118,7 @@ bool isFieldNotes(const Field<Record> (&fields)[N], const xmlChar* name) {
   if (!isNotes(name)) return false;
   size_t length = static_cast<size_t>(xmlStrlen(name)) - std::strlen("Notes");
   for (const Field<Record>& field : fields) {
-    if (std::strlen(field.name) == length && std::strncmp(field.name, chars(name), length) == 0) {
+    if (std::strlen(field.name) == length && std::strncmp(field.name, textOf(name), length) == 0) {
       return true;
     }
   }
@@ -151,7 +142,7 @@ struct Word {
 template <typename Value, size_t N>
 Value lookUp(DtXmlFedReader& reader, xmlNode* node, const char* name, const Word<Value> (&words)[N],
              Value absent, Value unknown, DtString* found) {
-  const char* given = reader.propertyByName(node, text(name));
+  const char* given = reader.propertyByName(node, xmlText(name));
   if (found) *found = given ? given : "";
   if (!given) return absent;
   for (const Word<Value>& word : words) {
@@ -392,9 +383,6 @@ struct DtFedReader1516::RecordWalk {
     if (reader.strictChecking(DtStrictUnexpectedContent)) status = DtFedFailed;
   }
 
-  // Comments and blank text carry nothing: the walks pass over them.
-  bool passedOver(xmlNode* child) const { return isComment(child) || reader.isBlankText(child); }
-
   void unexpectedChild(xmlNode* child, const char* words) {
     reader.lastErrorText = words;
     reader.appendNodeContent(child, reader.lastErrorText);
@@ -423,7 +411,7 @@ struct DtFedReader1516::RecordWalk {
           convert(record, *field, DtString(attributeText(attr)), element);
         }
       } else if (!(anyNotes ? isNotes(attr->name) : isFieldNotes(fields, attr->name))) {
-        unexpectedValue(element, wrongAttribute, chars(attr->name));
+        unexpectedValue(element, wrongAttribute, textOf(attr->name));
       }
     }
   }
@@ -441,7 +429,7 @@ struct DtFedReader1516::RecordWalk {
                     std::set<std::shared_ptr<Child>>& children, const Field<Child> (&fields)[N],
                     const char* wrongChild, const char* wrongAttribute) {
     for (xmlNode* child = element->children; child && going(); child = child->next) {
-      if (passedOver(child)) continue;
+      if (reader.isCommentOrBlank(child)) continue;
       if (!named(child, childName)) {
         unexpectedChild(child, wrongChild);
         continue;
@@ -483,7 +471,7 @@ struct DtFedReader1516::RecordWalk {
   int section(xmlNode* node, const char* childName, const char* wrongChild, Build build) {
     if (!node) return status;
     for (xmlNode* child = node->children; child && going(); child = child->next) {
-      if (passedOver(child)) continue;
+      if (reader.isCommentOrBlank(child)) continue;
       if (!named(child, childName)) {
         unexpectedChild(child, wrongChild);
         continue;
@@ -533,14 +521,14 @@ int DtFedReader1516::readFedFilePtr(FILE* file, DtFedTarget* readTarget, DtFilen
       for (xmlNode* child = doc->children; child; child = child->next) {
         if (child->type != XML_DTD_NODE) continue;
         xmlDtd* dtd = reinterpret_cast<xmlDtd*>(child);
-        if (!xmlStrEqual(dtd->name, text(tagDocumentType))) {
+        if (!xmlStrEqual(dtd->name, xmlText(tagDocumentType))) {
           lastErrorText = kNotObjectModel;
-          lastErrorText += chars(reinterpret_cast<const xmlChar*>(doc->name));
+          lastErrorText += textOf(reinterpret_cast<const xmlChar*>(doc->name));
           status = DtFedFailed;
           break;
         }
         found = true;
-        dtdFile = chars(dtd->SystemID);
+        dtdFile = textOf(dtd->SystemID);
         if (dtdFile.relative()) {
           DtInfo("Checking path relative to FED file directory for %s\n", dtdFile.c_str());
           DtFilename directory = DtFilename::stripFilename(name);
@@ -568,7 +556,7 @@ bool DtFedReader1516::dtdValidate(xmlDoc* doc, const char* dtdFile) {
   if (!doc || !dtdFile) return false;
   if (!LocalLoadsOnly::isLocalFile(dtdFile)) return false;
   LocalLoadsOnly localLoads;
-  detail::XmlPtr<xmlDtd> dtd(xmlParseDTD(nullptr, text(dtdFile)));
+  detail::XmlPtr<xmlDtd> dtd(xmlParseDTD(nullptr, xmlText(dtdFile)));
   if (!dtd) return false;
   detail::XmlPtr<xmlValidCtxt> context(static_cast<xmlValidCtxt*>(xmlMalloc(sizeof(xmlValidCtxt))));
   if (!context) return false;
@@ -594,16 +582,16 @@ int DtFedReader1516::processXmlDocPtr(xmlDoc* doc) {
   bool found = false;
   DtString dtdFile;
   for (xmlNode* child = doc->children; child && !found; child = child->next) {
-    if (isComment(child) || isBlankText(child)) {
-      DtDebug << "FDD Comment: " << chars(child->content) << "\n";
+    if (isCommentOrBlank(child)) {
+      DtDebug << "FDD Comment: " << textOf(child->content) << "\n";
     } else if (child->type == XML_DTD_NODE) {
       xmlDtd* dtd = reinterpret_cast<xmlDtd*>(child);
-      if (xmlStrEqual(dtd->name, text(tagDocumentType))) {
+      if (xmlStrEqual(dtd->name, xmlText(tagDocumentType))) {
         found = true;
-        dtdFile = chars(dtd->SystemID);
+        dtdFile = textOf(dtd->SystemID);
       } else {
         lastErrorText = kNotObjectModel;
-        lastErrorText += chars(reinterpret_cast<const xmlChar*>(doc->name));
+        lastErrorText += textOf(reinterpret_cast<const xmlChar*>(doc->name));
         status = DtFedFailed;
       }
     }
@@ -624,7 +612,7 @@ int DtFedReader1516::processXmlDocPtr(xmlDoc* doc) {
   if (status == DtFedOk && root) {
     if (!named(root, tagObjectModel)) {
       lastErrorText = "Root node is not Object Model.\n\tRoot Node Name: ";
-      lastErrorText += chars(root->name);
+      lastErrorText += textOf(root->name);
       status = DtFedFailed;
     } else if (!root->children) {
       lastErrorText = "Bad FDD File. Object Model is empty.";
@@ -648,22 +636,22 @@ int DtFedReader1516::processFed(xmlNode* root) {
   logNodeProperties(root);
 
   // Dimensions and transportations first, wherever they stand: classes refer to them.
-  if (xmlNode* dimensions = getNodeByName(root, text(tagDimensions))) {
-    DtVerbose("\nTop-level Tag: %s\n", chars(dimensions->name));
+  if (xmlNode* dimensions = getNodeByName(root, xmlText(tagDimensions))) {
+    DtVerbose("\nTop-level Tag: %s\n", textOf(dimensions->name));
     status = parseDimensionList(dimensions);
     if (status == DtFedOk) seen |= 0x4;
   }
   if (status != DtFedFailed) {
-    if (xmlNode* transportations = getNodeByName(root, text(tagTransportations))) {
-      DtVerbose("\nTop-level Tag: %s\n", chars(transportations->name));
+    if (xmlNode* transportations = getNodeByName(root, xmlText(tagTransportations))) {
+      DtVerbose("\nTop-level Tag: %s\n", textOf(transportations->name));
       status = parseTransportationsList(transportations);
       if (status == DtFedOk) seen |= 0x8;
     }
   }
 
   for (xmlNode* child = root->children; child && status != DtFedFailed; child = child->next) {
-    DtVerbose("\nTop-level Tag: %s\n", chars(child->name));
-    if (isComment(child) || isBlankText(child) || named(child, tagDimensions) ||
+    DtVerbose("\nTop-level Tag: %s\n", textOf(child->name));
+    if (isCommentOrBlank(child) || named(child, tagDimensions) ||
         named(child, tagTransportations)) {
       continue;
     }
@@ -692,7 +680,7 @@ int DtFedReader1516::processFed(xmlNode* root) {
       status = parseSynchronizationsTree(child);
     } else {
       lastErrorText = "Unrecognized top-level tag: ";
-      lastErrorText += chars(child->name);
+      lastErrorText += textOf(child->name);
       if (strictChecking(DtStrictUnexpectedContent)) status = DtFedFailed;
     }
   }
@@ -730,7 +718,7 @@ int DtFedReader1516::parseSwitches(xmlNode* node) {
   if (!target || skipSwitches || !node) return DtFedOk;
   int status = DtFedOk;
   for (xmlAttr* attr = node->properties; attr; attr = attr->next) {
-    DtString name(chars(attr->name));
+    DtString name(textOf(attr->name));
     DtString value(attributeText(attr));
     const char* ignored = nullptr;
     if (!target->isKnownSwitch(name)) {
@@ -776,7 +764,7 @@ int DtFedReader1516::parseTagsTree(xmlNode* node) {
   // Every child is a tag, named by its element; a comment too, as "comment".
   for (xmlNode* child = node->children; child && walk.going(); child = child->next) {
     DtUserSuppliedTagsType* record = new DtUserSuppliedTagsType();
-    record->name = chars(child->name);
+    record->name = textOf(child->name);
     walk.fill(child, *record, theTagFields, kWrongTagAttribute);
     walk.deliver(
         record, child, record->name, kTagDuplicate,
@@ -850,13 +838,13 @@ int DtFedReader1516::parseTimeTree(xmlNode* node) {
   walk.anyNotes = true;
   if (!node) return walk.status;
   for (xmlNode* child = node->children; child && walk.going(); child = child->next) {
-    if (walk.passedOver(child)) continue;
+    if (isCommentOrBlank(child)) continue;
     if (!named(child, attrTimeStamp) && !named(child, attrLookahead)) {
       walk.unexpectedChild(child, kWrongTimeChild);
       continue;
     }
     DtTimeType* record = new DtTimeType();
-    record->name = chars(child->name);
+    record->name = textOf(child->name);
     walk.fill(child, *record, theTimeFields, kWrongTimeAttribute);
     walk.deliver(
         record, child, record->name, kTimeDuplicate,
@@ -874,8 +862,8 @@ int DtFedReader1516::parseDataTypeTree(xmlNode* node) {
   if (!node) return status;
   logNodeProperties(node);
   for (xmlNode* child = node->children; child && status == DtFedOk; child = child->next) {
-    if (isComment(child) || isBlankText(child)) continue;
-    DtVerbose("DataType Tree Tag: %s\n", chars(child->name));
+    if (isCommentOrBlank(child)) continue;
+    DtVerbose("DataType Tree Tag: %s\n", textOf(child->name));
     logNodeProperties(child);
     if (named(child, tagBasicDataReps)) {
       status = parseBasicDataTypesTree(child);
@@ -1016,7 +1004,7 @@ int DtFedReader1516::getTransportType(xmlNode* node, DtTransportType& transport)
   DtString given;
   transport = lookUp(*this, node, attrTransport, theTransports, DtTransportInvalid,
                      DtTransportInvalid, &given);
-  if (transport == DtTransportInvalid && propertyByName(node, text(attrTransport))) {
+  if (transport == DtTransportInvalid && propertyByName(node, xmlText(attrTransport))) {
     DtWarn << "Invalid TransportType: " << given;
   }
   return DtFedOk;
@@ -1042,12 +1030,12 @@ int DtFedReader1516::getSharingType(xmlNode* node, DtSharingType_enum& sharing) 
 }
 
 int DtFedReader1516::getSemantics(xmlNode* node, DtString& semantics) {
-  getPropertyByName(node, text(attrSemantics), semantics);
+  getPropertyByName(node, xmlText(attrSemantics), semantics);
   return DtFedOk;
 }
 
 int DtFedReader1516::getNotes(xmlNode* node, DtString& notes) {
-  getPropertyByName(node, text("notes"), notes);
+  getPropertyByName(node, xmlText("notes"), notes);
   return DtFedOk;
 }
 
@@ -1058,7 +1046,7 @@ int DtFedReader1516::getOwnershipType(xmlNode* node, DtOwnershipType_enum& owner
 }
 
 int DtFedReader1516::getUpdateCondition(xmlNode* node, DtString& condition) {
-  getPropertyByName(node, text(attrUpdateCond), condition);
+  getPropertyByName(node, xmlText(attrUpdateCond), condition);
   return DtFedOk;
 }
 
@@ -1089,9 +1077,9 @@ const char* parentOrNull(const DtString& parentName) {
 }  // namespace
 
 int DtFedReader1516::processObjects(xmlNode* node) {
-  xmlNode* root = getNodeByName(node, text(tagObjectClass));
+  xmlNode* root = getNodeByName(node, xmlText(tagObjectClass));
   if (!root) return DtFedOk;
-  const char* name = propertyByName(root, text(attrName));
+  const char* name = propertyByName(root, xmlText(attrName));
   if (name && std::strcmp(name, valueObjectRoot) == 0) {
     return parseObjectTree(root, DtString::nullString());
   }
@@ -1103,7 +1091,7 @@ int DtFedReader1516::processObjects(xmlNode* node) {
 
 int DtFedReader1516::parseObjectTree(xmlNode* node, const DtString& parentName) {
   DtString name;
-  if (!getPropertyByName(node, text(attrName), name)) {
+  if (!getPropertyByName(node, xmlText(attrName), name)) {
     lastErrorText = "Object class with no name found in FDD file.\n";
     appendNodeProperties(node, lastErrorText);
     return DtFedFailed;
@@ -1137,7 +1125,7 @@ int DtFedReader1516::parseObjectTree(xmlNode* node, const DtString& parentName) 
 
   int status = DtFedOk;
   for (xmlNode* child = node->children; child && status == DtFedOk; child = child->next) {
-    if (isComment(child) || isBlankText(child)) continue;
+    if (isCommentOrBlank(child)) continue;
     // Under skip every child is unexpected, so a skipped class with content fails a strict read.
     if (!skip && named(child, tagObjectClass)) {
       status = parseObjectTree(child, path);
@@ -1154,7 +1142,7 @@ int DtFedReader1516::parseObjectTree(xmlNode* node, const DtString& parentName) 
 
 int DtFedReader1516::parseAttribute(xmlNode* node, const DtString& className) {
   DtString name;
-  if (!getPropertyByName(node, text(attrName), name)) {
+  if (!getPropertyByName(node, xmlText(attrName), name)) {
     lastErrorText = "Attribute of ";
     lastErrorText += className;
     lastErrorText += " has no name in FDD file.";
@@ -1180,14 +1168,14 @@ int DtFedReader1516::parseAttribute(xmlNode* node, const DtString& className) {
     transport = privilege ? DtTransportReliable : DtTransportBestEffort;
     if (privilege) transportText = valueTransportReliable;
   } else if (logTexts) {
-    getPropertyByName(node, text(attrTransport), transportText);
+    getPropertyByName(node, xmlText(attrTransport), transportText);
   }
   if (int fault = getOrderType(node, order)) {
     if (strict) return fault;
     order = privilege ? DtOrderTimestamp : DtOrderReceive;
     if (privilege) orderText = valueOrderTimeStamp;
   } else if (logTexts) {
-    getPropertyByName(node, text(attrOrder), orderText);
+    getPropertyByName(node, xmlText(attrOrder), orderText);
   }
   if (getSharingType(node, sharing)) {
     strictChecking(DtStrictUnexpectedContent);
@@ -1223,7 +1211,7 @@ int DtFedReader1516::addDimensionList(xmlNode* node, Add add) {
   // Without a target the list counts as "NA": nothing is offered.
   if (!target) return DtFedOk;
   DtString list;
-  if (!getPropertyByName(node, text(attrDimensions), list)) list = valueDimensionsNA;
+  if (!getPropertyByName(node, xmlText(attrDimensions), list)) list = valueDimensionsNA;
   bool ok = true;
   for (;;) {
     while (list.size() > 0 && list[0] == ' ') list.snipFront(' ', false);
@@ -1252,9 +1240,9 @@ int DtFedReader1516::parseAttributeDimensions(xmlNode* node, const DtString& cla
 // Interaction classes and parameters
 
 int DtFedReader1516::processInteractions(xmlNode* node) {
-  xmlNode* root = getNodeByName(node, text(tagInteractClass));
+  xmlNode* root = getNodeByName(node, xmlText(tagInteractClass));
   if (!root) return DtFedOk;
-  const char* name = propertyByName(root, text(attrName));
+  const char* name = propertyByName(root, xmlText(attrName));
   if (!name || std::strcmp(name, valueInteractionRoot) != 0) {
     lastErrorText = "Interaction class with no root found in FDD file.";
     return DtFedFailed;
@@ -1264,7 +1252,7 @@ int DtFedReader1516::processInteractions(xmlNode* node) {
 
 int DtFedReader1516::parseInteractionTree(xmlNode* node, const DtString& parentName) {
   DtString name;
-  if (!getPropertyByName(node, text(attrName), name)) {
+  if (!getPropertyByName(node, xmlText(attrName), name)) {
     lastErrorText = "Interaction class with no name found in FDD file.";
     appendNodeProperties(node, lastErrorText);
     return DtFedFailed;
@@ -1282,13 +1270,13 @@ int DtFedReader1516::parseInteractionTree(xmlNode* node, const DtString& parentN
     if (strict) return fault;
     transport = DtTransportReliable;
   } else if (DtNotifyLevel == 3) {
-    getPropertyByName(node, text(attrTransport), transportText);
+    getPropertyByName(node, xmlText(attrTransport), transportText);
   }
   if (int fault = getOrderType(node, order)) {
     if (strict) return fault;
     order = DtOrderReceive;
   } else if (DtNotifyLevel == 3) {
-    getPropertyByName(node, text(attrOrder), orderText);
+    getPropertyByName(node, xmlText(attrOrder), orderText);
   }
   DtVerbose("%sClass: %s, base: %s, transport: %s, order: %s\n", skip ? "Skip " : "", path.c_str(),
             parentName.c_str(), transportText.c_str(), orderText.c_str());
@@ -1320,7 +1308,7 @@ int DtFedReader1516::parseInteractionTree(xmlNode* node, const DtString& parentN
   if (!skippedByName && target) status = parseInteractionDimensions(node, path);
 
   for (xmlNode* child = node->children; child && status == DtFedOk; child = child->next) {
-    if (isComment(child) || isBlankText(child) || skip) continue;
+    if (isCommentOrBlank(child) || skip) continue;
     if (named(child, tagInteractClass)) {
       status = parseInteractionTree(child, path);
     } else if (named(child, tagParameter)) {
@@ -1336,7 +1324,7 @@ int DtFedReader1516::parseInteractionTree(xmlNode* node, const DtString& parentN
 
 int DtFedReader1516::parseParameter(xmlNode* node, const DtString& className) {
   DtString name;
-  if (!getPropertyByName(node, text(attrName), name)) {
+  if (!getPropertyByName(node, xmlText(attrName), name)) {
     lastErrorText = "Parameter with no name found in FDD file.\n";
     appendNodeProperties(node, lastErrorText);
     return DtFedFailed;
@@ -1347,7 +1335,7 @@ int DtFedReader1516::parseParameter(xmlNode* node, const DtString& className) {
 }
 
 int DtFedReader1516::parseInteractionDimensions(xmlNode* node, const DtString& className) {
-  if (!target || !propertyByName(node, text(attrDimensions))) {
+  if (!target || !propertyByName(node, xmlText(attrDimensions))) {
     lastErrorText = "Interaction ";
     lastErrorText += className;
     lastErrorText += " has no dimensions list.";
@@ -1365,7 +1353,7 @@ int DtFedReader1516::parseDimensionList(xmlNode* node) {
   int status = DtFedOk;
   if (!node) return status;
   for (xmlNode* child = node->children; child && status == DtFedOk; child = child->next) {
-    if (isComment(child) || isBlankText(child)) continue;
+    if (isCommentOrBlank(child)) continue;
     if (named(child, attrDimension)) {
       status = parseDimension(child);
     } else {
@@ -1403,7 +1391,7 @@ int DtFedReader1516::parseDimension(xmlNode* node) {
     appendNodeProperties(node, lastErrorText);
     return DtFedFailed;
   };
-  if (!getPropertyByName(node, text(attrName), name)) {
+  if (!getPropertyByName(node, xmlText(attrName), name)) {
     lastErrorText = "Dimension with no name found in FDD file.\n";
     appendNodeProperties(node, lastErrorText);
     return DtFedFailed;
@@ -1411,11 +1399,11 @@ int DtFedReader1516::parseDimension(xmlNode* node) {
   // Only "Federate" must have a normalization; any dimension may lack an upper bound but it.
   const bool federate = name == "Federate";
   DtString normalization;
-  if (federate && !getPropertyByName(node, text(attrNormalization), normalization)) {
+  if (federate && !getPropertyByName(node, xmlText(attrNormalization), normalization)) {
     return fail("missing normalization");
   }
   DtString bound;
-  if (!getPropertyByName(node, text(attrUpperBound), bound)) {
+  if (!getPropertyByName(node, xmlText(attrUpperBound), bound)) {
     if (!federate) return fail("missing upper bound");
     bound = DtString(ULONG_MAX);
   }
@@ -1423,13 +1411,13 @@ int DtFedReader1516::parseDimension(xmlNode* node) {
   clipPrefix(boundText, ' ');
   unsigned long upperBound = 0;
   if (!convertStringToULong(boundText, upperBound)) return fail("upper bound is invalid");
-  getPropertyByName(node, text(attrNormalization), normalization);
+  getPropertyByName(node, xmlText(attrNormalization), normalization);
 
   unsigned long rangeLower = 0;
   unsigned long rangeUpper = 1;
   bool excluded = false;
   DtString given;
-  if (getPropertyByName(node, text(attrValue), given)) {
+  if (getPropertyByName(node, xmlText(attrValue), given)) {
     const char* invalid = "value is invalid";
     std::string value = given.stdString();
     clipPrefix(value, ' ');

@@ -17,23 +17,14 @@ namespace KORRti {
 
 namespace {
 
-const xmlChar* text(const char* value) {
-  return reinterpret_cast<const xmlChar*>(value);
-}
-
-const char* chars(const xmlChar* value) {
-  return reinterpret_cast<const char*>(value);
-}
+using detail::textOf;
+using detail::xmlText;
 
 // Root attributes of which any one marks a 1516-2000 document.
 const char* const the1516RootAttributes[] = {
     attrDTDversion, attrName,      attrType,      attrVersion, attrDate,
     attrPurpose,    attrAppDomain, attrSponsor,   attrPocName, attrPocOrg,
     attrPocPhone,   attrPocEmail,  attrReferences};
-
-bool isComment(const xmlNode* node) {
-  return node->type == XML_COMMENT_NODE;
-}
 
 }  // namespace
 
@@ -54,9 +45,9 @@ int DtXmlFedReader::parseTransportationTree(xmlNode* node) {
   if (!node) return status;
   logNodeProperties(node);
   for (xmlNode* child = node->children; child && status == DtFedOk; child = child->next) {
-    if (isComment(child) || isBlankText(child)) continue;
-    DtVerbose("Transportation Tree Tag: %s\n", chars(child->name));
-    if (xmlStrEqual(child->name, text(tagTransport))) {
+    if (isCommentOrBlank(child)) continue;
+    DtVerbose("Transportation Tree Tag: %s\n", textOf(child->name));
+    if (xmlStrEqual(child->name, xmlText(tagTransport))) {
       logNodeProperties(child);
     } else {
       lastErrorText =
@@ -78,19 +69,23 @@ void DtXmlFedReader::logNodeProperties(xmlNode* node) const {
 void DtXmlFedReader::appendNodeProperties(xmlNode* node, DtString& out) const {
   if (!node) return;
   for (xmlAttr* attr = node->properties; attr; attr = attr->next) {
-    out += attr->name ? chars(attr->name) : "";
+    out += attr->name ? textOf(attr->name) : "";
     if (attr->children) {
       out += "= ";
-      out += attr->children->content ? chars(attr->children->content) : "";
+      out += attr->children->content ? textOf(attr->children->content) : "";
     }
     out += "\n";
   }
 }
 
 void DtXmlFedReader::appendNodeContent(xmlNode* node, DtString& out) const {
-  out += (node && node->name) ? chars(node->name) : "*";
+  out += (node && node->name) ? textOf(node->name) : "*";
   out += " ";
-  out += (node && node->content) ? chars(node->content) : "*";
+  out += (node && node->content) ? textOf(node->content) : "*";
+}
+
+bool DtXmlFedReader::isCommentOrBlank(xmlNode* node) const {
+  return (node && node->type == XML_COMMENT_NODE) || isBlankText(node);
 }
 
 bool DtXmlFedReader::isBlankText(xmlNode* node) const {
@@ -108,7 +103,7 @@ const char* DtXmlFedReader::propertyByName(xmlNode* node, const xmlChar* name) {
     if (xmlStrEqual(attr->name, name)) {
       // An attribute with an empty value has no text child: it exists all the same.
       if (!attr->children || !attr->children->content) return "";
-      return chars(attr->children->content);
+      return textOf(attr->children->content);
     }
   }
   return nullptr;
@@ -123,7 +118,7 @@ bool DtXmlFedReader::getPropertyByName(xmlNode* node, const xmlChar* name, DtStr
 
 bool DtXmlFedReader::getChildrenContent(xmlNode* node, DtString& value) const {
   if (node && node->children && node->children->content) {
-    value = chars(node->children->content);
+    value = textOf(node->children->content);
     return true;
   }
   return false;
@@ -170,24 +165,25 @@ DtFomType DtXmlFedReader::fomType(void* file) {
 DtFomType DtXmlFedReader::fomType(xmlNode* root) {
   if (!root) return DtFomTypeUnknown;
   if (root->ns && root->ns->href) {
-    if (xmlStrstr(root->ns->href, text(IEEE1516_2010)) ||
-        xmlStrstr(root->ns->href, text(IEEE1516_2009))) {
+    if (xmlStrstr(root->ns->href, xmlText(IEEE1516_2010)) ||
+        xmlStrstr(root->ns->href, xmlText(IEEE1516_2009))) {
       return DtFomTypeEvolved;
     }
-    if (xmlStrstr(root->ns->href, text(IEEE1516_2025))) return DtFomType2025;
+    if (xmlStrstr(root->ns->href, xmlText(IEEE1516_2025))) return DtFomType2025;
   } else {
     for (xmlAttr* attr = root->properties; attr; attr = attr->next) {
       for (const char* name : the1516RootAttributes) {
-        if (xmlStrEqual(attr->name, text(name))) return DtFomType1516;
+        if (xmlStrEqual(attr->name, xmlText(name))) return DtFomType1516;
       }
     }
   }
-  xmlNode* transportations = getNodeByName(root, text(tagTransportations));
+  xmlNode* transportations = getNodeByName(root, xmlText(tagTransportations));
   if (!transportations) return DtFomTypeUnknown;
-  xmlNode* transportation = getNodeByName(transportations, text(tagTransport));
+  xmlNode* transportation = getNodeByName(transportations, xmlText(tagTransport));
   if (!transportation) return DtFomTypeUnknown;
   for (xmlAttr* attr = transportation->properties; attr; attr = attr->next) {
-    if (xmlStrEqual(attr->name, text(attrName)) || xmlStrEqual(attr->name, text(attrDescription))) {
+    if (xmlStrEqual(attr->name, xmlText(attrName)) ||
+        xmlStrEqual(attr->name, xmlText(attrDescription))) {
       return DtFomType1516;
     }
   }
@@ -199,7 +195,7 @@ const char* DtXmlFedReader::childContentByName(xmlNode* node, const xmlChar* nam
   for (xmlNode* child = node->children; child; child = child->next) {
     if (xmlStrEqual(child->name, name) && child->children &&
         child->children->type == XML_TEXT_NODE) {
-      return child->children->content ? chars(child->children->content) : "";
+      return child->children->content ? textOf(child->children->content) : "";
     }
   }
   return nullptr;

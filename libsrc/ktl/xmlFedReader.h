@@ -16,6 +16,17 @@ typedef unsigned char xmlChar;
 
 namespace KORRti {
 
+namespace detail {
+// libxml2 keeps text as unsigned characters; these convert a name for a call, and a text for
+// this library's strings ("" for none).
+inline const xmlChar* xmlText(const char* text) {
+  return reinterpret_cast<const xmlChar*>(text);
+}
+inline const char* textOf(const xmlChar* text) {
+  return text ? reinterpret_cast<const char*>(text) : "";
+}
+}  // namespace detail
+
 // Plain records of what an XML object model document declares. A reader allocates one per
 // element and either hands it to the target's add... operation, which then owns it, or
 // deletes it when the target's has... operation knows it already.
@@ -360,6 +371,8 @@ class DtXmlFedReader : public DtFedReader {
   virtual void appendNodeContent(xmlNode* node, DtString& text) const;
   // A text node with no content or with only blanks, tabs and line ends.
   virtual bool isBlankText(xmlNode* node) const;
+  // A comment or blank text (by isBlankText): what the walks pass over.
+  bool isCommentOrBlank(xmlNode* node) const;
   // The text of node's attribute of this name; "" for an attribute with an empty value, null
   // when there is no such attribute.
   virtual const char* propertyByName(xmlNode* node, const xmlChar* name);
