@@ -7,6 +7,7 @@
 #include <libxml/xmlerror.h>
 #include <libxml/xmlmemory.h>
 #include <libxml/xmlreader.h>
+#include <libxml/xmlschemas.h>
 #include <libxml/xmlwriter.h>
 
 #include <ktl/envObject.h>
@@ -77,6 +78,15 @@ void XmlFree::operator()(xmlDtd* dtd) const {
 }
 void XmlFree::operator()(xmlValidCtxt* context) const {
   if (context) xmlFree(context);
+}
+void XmlFree::operator()(xmlSchema* schema) const {
+  if (schema) xmlSchemaFree(schema);
+}
+void XmlFree::operator()(xmlSchemaParserCtxt* context) const {
+  if (context) xmlSchemaFreeParserCtxt(context);
+}
+void XmlFree::operator()(xmlSchemaValidCtxt* context) const {
+  if (context) xmlSchemaFreeValidCtxt(context);
 }
 void XmlFree::operator()(char* text) const {
   if (text) xmlFree(text);

@@ -15,6 +15,9 @@ typedef struct _xmlBuffer xmlBuffer;
 typedef struct _xmlDoc xmlDoc;
 typedef struct _xmlDtd xmlDtd;
 typedef struct _xmlValidCtxt xmlValidCtxt;
+typedef struct _xmlSchema xmlSchema;
+typedef struct _xmlSchemaParserCtxt xmlSchemaParserCtxt;
+typedef struct _xmlSchemaValidCtxt xmlSchemaValidCtxt;
 
 namespace KORRti {
 
@@ -44,6 +47,9 @@ struct XmlFree {
   void operator()(xmlDoc* doc) const;
   void operator()(xmlDtd* dtd) const;
   void operator()(xmlValidCtxt* context) const;
+  void operator()(xmlSchema* schema) const;
+  void operator()(xmlSchemaParserCtxt* context) const;
+  void operator()(xmlSchemaValidCtxt* context) const;
   // Text that libxml2 allocated (xmlFree).
   void operator()(char* text) const;
 };

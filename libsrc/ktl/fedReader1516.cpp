@@ -1,7 +1,5 @@
 #include <ktl/fedReader1516.h>
 
-#include <sys/stat.h>
-
 #include <climits>
 #include <cstring>
 #include <memory>
@@ -9,133 +7,28 @@
 
 #include <libxml/parser.h>
 #include <libxml/tree.h>
-#include <libxml/uri.h>
 #include <libxml/valid.h>
 #include <libxml/xmlIO.h>
 #include <libxml/xmlmemory.h>
 #include <libxml/xmlstring.h>
 
 #include <ktl/envXmlReader.h>
+#include <ktl/internal/xmlRecordWalk.h>
 #include <util/notify.h>
 
 namespace KORRti {
 
 namespace {
 
+using detail::attributeText;
+using detail::contains;
+using detail::Duplicate;
+using detail::Field;
+using detail::LocalLoadsOnly;
+using detail::named;
 using detail::textOf;
+using detail::Word;
 using detail::xmlText;
-
-bool named(const xmlNode* node, const char* name) {
-  return xmlStrEqual(node->name, xmlText(name)) != 0;
-}
-
-// The text of an attribute as the readers take it: its first child's content.
-const char* attributeText(const xmlAttr* attr) {
-  return attr->children && attr->children->content ? textOf(attr->children->content) : "";
-}
-
-bool contains(const DtString& haystack, const char* needle) {
-  return std::strstr(haystack.c_str(), needle) != nullptr;
-}
-
-// A read fetches nothing over the network, whatever DTD or entity a document names, and reads
-// no device or pipe, which might never end: while this lives, libxml2 loads external resources
-// only from local regular files. The loader is process-wide, like the rest of libxml2's set-up,
-// and is put back as it was.
-class LocalLoadsOnly {
- public:
-  LocalLoadsOnly() : saved_(xmlGetExternalEntityLoader()) {
-    xmlSetExternalEntityLoader(&localOnly);
-  }
-  ~LocalLoadsOnly() { xmlSetExternalEntityLoader(saved_); }
-  LocalLoadsOnly(const LocalLoadsOnly&) = delete;
-  LocalLoadsOnly& operator=(const LocalLoadsOnly&) = delete;
-
-  // A path, or a "file:" URL, that names a regular file on this machine.
-  static bool isLocalFile(const char* url) {
-    if (!url || !*url) return false;
-    std::string path(url);
-    for (const char* prefix : {"file://localhost", "file://"}) {
-      if (path.compare(0, std::strlen(prefix), prefix) == 0) {
-        path.erase(0, std::strlen(prefix));
-        break;
-      }
-    }
-    if (path.find("://") != std::string::npos) return false;
-    if (isRegular(path.c_str())) return true;
-    // libxml2 may have escaped the path as a URI ("%20" for a blank).
-    detail::XmlPtr<char> unescaped(xmlURIUnescapeString(path.c_str(), 0, nullptr));
-    return unescaped && isRegular(unescaped.get());
-  }
-
- private:
-  static bool isRegular(const char* path) {
-    struct stat info;
-    return ::stat(path, &info) == 0 && S_ISREG(info.st_mode);
-  }
-  static xmlParserInputPtr localOnly(const char* url, const char* id, xmlParserCtxtPtr context) {
-    if (!isLocalFile(url)) return nullptr;
-    return xmlNoNetExternalEntityLoader(url, id, context);
-  }
-  xmlExternalEntityLoader saved_;
-};
-
-// The words of a section's duplicate report.
-struct Duplicate {
-  const char* first;   // before the record's name
-  const char* second;  // after it
-  bool errorLine;      // the report ends with the node's line, and its log line with a line end
-  bool fatal;          // fatal under strict bit 1 and kept out of the verbose log
-};
-
-// What an attribute (or, for tags and time, an element's name) fills in a record. A rule with
-// no text field is one whose value the section converts itself.
-template <typename Record>
-struct Field {
-  const char* name;
-  DtString Record::*text;
-};
-
-template <typename Record, size_t N>
-const Field<Record>* findField(const Field<Record> (&fields)[N], const xmlChar* name) {
-  for (const Field<Record>& field : fields) {
-    if (xmlStrEqual(name, xmlText(field.name))) return &field;
-  }
-  return nullptr;
-}
-
-// An annotation: a name that ends in "Notes" behind at least one other character.
-bool isNotes(const xmlChar* name) {
-  static const size_t suffix = std::strlen("Notes");
-  size_t length = static_cast<size_t>(xmlStrlen(name));
-  return length > suffix && std::strcmp(textOf(name) + length - suffix, "Notes") == 0;
-}
-
-// The annotation of a taken attribute ("semanticsNotes" beside "semantics") is accepted and
-// passed over.
-template <typename Record, size_t N>
-bool isFieldNotes(const Field<Record> (&fields)[N], const xmlChar* name) {
-  if (!isNotes(name)) return false;
-  size_t length = static_cast<size_t>(xmlStrlen(name)) - std::strlen("Notes");
-  for (const Field<Record>& field : fields) {
-    if (std::strlen(field.name) == length && std::strncmp(field.name, textOf(name), length) == 0) {
-      return true;
-    }
-  }
-  return false;
-}
-
-// A converter for the rules without a text field that converts nothing.
-struct NoConversion {
-  template <typename Record>
-  void operator()(Record&, const Field<Record>&, const DtString&, xmlNode*) const {}
-};
-
-template <typename Value>
-struct Word {
-  const char* text;
-  Value value;
-};
 
 // The value of the attribute name of node looked up in words; absent when the attribute is
 // missing, unknown when its text is none of the words.
@@ -144,11 +37,7 @@ Value lookUp(DtXmlFedReader& reader, xmlNode* node, const char* name, const Word
              Value absent, Value unknown, DtString* found) {
   const char* given = reader.propertyByName(node, xmlText(name));
   if (found) *found = given ? given : "";
-  if (!given) return absent;
-  for (const Word<Value>& word : words) {
-    if (std::strcmp(given, word.text) == 0) return word.value;
-  }
-  return unknown;
+  return detail::lookUpWord(given, words, absent, unknown);
 }
 
 const Word<DtTransportType> theTransports[] = {{valueTransportBestEffort, DtTransportBestEffort},
@@ -363,124 +252,6 @@ const char kNotObjectModel[] = "Document Type is not Object Model.\n\tDocument T
 const char kFailedValidation[] = "FDD failed DTD validation.";
 
 }  // namespace
-
-// ---------------------------------------------------------------------------------------------
-// The walk of a section whose elements each become one record: the status of the walk, the
-// reports of unexpected content, the filling of a record from attributes and its delivery.
-
-struct DtFedReader1516::RecordWalk {
-  DtFedReader1516& reader;
-  int status = DtFedOk;
-  // Every attribute whose name ends in "Notes" is passed over, not only the annotation of a
-  // taken one: the small sections take any annotation.
-  bool anyNotes = false;
-
-  explicit RecordWalk(DtFedReader1516& owner) : reader(owner) {}
-
-  bool going() const { return status == DtFedOk; }
-
-  void failUnderStrict() {
-    if (reader.strictChecking(DtStrictUnexpectedContent)) status = DtFedFailed;
-  }
-
-  void unexpectedChild(xmlNode* child, const char* words) {
-    reader.lastErrorText = words;
-    reader.appendNodeContent(child, reader.lastErrorText);
-    reader.appendErrorLine(child, reader.lastErrorText);
-    failUnderStrict();
-  }
-
-  void unexpectedValue(xmlNode* element, const char* words, const char* value) {
-    reader.lastErrorText = words;
-    reader.lastErrorText += value;
-    reader.appendErrorLine(element, reader.lastErrorText);
-    failUnderStrict();
-  }
-
-  // Fills record from the attributes of element while the walk goes on; convert handles the
-  // rules that have no text field.
-  template <typename Record, size_t N, typename Convert>
-  void fill(xmlNode* element, Record& record, const Field<Record> (&fields)[N],
-            const char* wrongAttribute, Convert convert) {
-    for (xmlAttr* attr = element->properties; attr && going(); attr = attr->next) {
-      const Field<Record>* field = findField(fields, attr->name);
-      if (field) {
-        if (field->text) {
-          record.*(field->text) = attributeText(attr);
-        } else {
-          convert(record, *field, DtString(attributeText(attr)), element);
-        }
-      } else if (!(anyNotes ? isNotes(attr->name) : isFieldNotes(fields, attr->name))) {
-        unexpectedValue(element, wrongAttribute, textOf(attr->name));
-      }
-    }
-  }
-
-  template <typename Record, size_t N>
-  void fill(xmlNode* element, Record& record, const Field<Record> (&fields)[N],
-            const char* wrongAttribute) {
-    fill(element, record, fields, wrongAttribute, NoConversion());
-  }
-
-  // The nested elements of a data type (enumerators, fields, alternatives): each named child
-  // becomes a shared record in the set, with no duplicate test.
-  template <typename Child, size_t N>
-  void fillChildren(xmlNode* element, const char* childName,
-                    std::set<std::shared_ptr<Child>>& children, const Field<Child> (&fields)[N],
-                    const char* wrongChild, const char* wrongAttribute) {
-    for (xmlNode* child = element->children; child && going(); child = child->next) {
-      if (reader.isCommentOrBlank(child)) continue;
-      if (!named(child, childName)) {
-        unexpectedChild(child, wrongChild);
-        continue;
-      }
-      std::shared_ptr<Child> record = std::make_shared<Child>();
-      children.insert(record);
-      fill(child, *record, fields, wrongAttribute);
-    }
-  }
-
-  // Offers record to the target: a record the target already has is reported and deleted,
-  // any other one is handed over. No target, no delivery.
-  template <typename Record, typename Has, typename Add>
-  void deliver(Record* made, xmlNode* element, const DtString& name, const Duplicate& words,
-               Has has, Add add) {
-    std::unique_ptr<Record> record(made);
-    if (!reader.target) return;
-    if (has(*record)) {
-      reader.lastErrorText = words.first;
-      reader.lastErrorText += name;
-      reader.lastErrorText += words.second;
-      reader.appendNodeContent(element, reader.lastErrorText);
-      if (words.errorLine) reader.appendErrorLine(element, reader.lastErrorText);
-      if (words.fatal) {
-        failUnderStrict();
-      } else {
-        DtVerbose(words.errorLine ? "%s\n" : "%s", reader.lastErrorText.c_str());
-        reader.strictChecking(DtStrictUnexpectedContent);  // a duplicate is never fatal
-      }
-      return;
-    }
-    add(record.release());
-  }
-
-  // The common shape of the data type sections: each child named childName becomes a record,
-  // filled by build, and is delivered, even when its filling failed; the walk ends after a
-  // failure.
-  template <typename Build>
-  int section(xmlNode* node, const char* childName, const char* wrongChild, Build build) {
-    if (!node) return status;
-    for (xmlNode* child = node->children; child && going(); child = child->next) {
-      if (reader.isCommentOrBlank(child)) continue;
-      if (!named(child, childName)) {
-        unexpectedChild(child, wrongChild);
-        continue;
-      }
-      build(child);
-    }
-    return status;
-  }
-};
 
 // ---------------------------------------------------------------------------------------------
 // Document level
@@ -1365,20 +1136,6 @@ int DtFedReader1516::parseDimensionList(xmlNode* node) {
   return status;
 }
 
-namespace {
-
-size_t leadingDigits(const std::string& text) {
-  size_t run = 0;
-  while (run < text.size() && text[run] >= '0' && text[run] <= '9') ++run;
-  return run;
-}
-
-bool onlyBlanks(const std::string& text) {
-  return text.find_first_not_of(' ') == std::string::npos;
-}
-
-}  // namespace
-
 int DtFedReader1516::parseDimension(xmlNode* node) {
   DtString name;
   // Every fault of a dimension ends the walk, whatever the strict bits say.
@@ -1396,7 +1153,7 @@ int DtFedReader1516::parseDimension(xmlNode* node) {
     appendNodeProperties(node, lastErrorText);
     return DtFedFailed;
   }
-  // Only "Federate" must have a normalization; any dimension may lack an upper bound but it.
+  // Only "Federate" must have a normalization, and only it may lack an upper bound.
   const bool federate = name == "Federate";
   DtString normalization;
   if (federate && !getPropertyByName(node, xmlText(attrNormalization), normalization)) {
@@ -1407,63 +1164,17 @@ int DtFedReader1516::parseDimension(xmlNode* node) {
     if (!federate) return fail("missing upper bound");
     bound = DtString(ULONG_MAX);
   }
-  std::string boundText = bound.stdString();
-  clipPrefix(boundText, ' ');
   unsigned long upperBound = 0;
-  if (!convertStringToULong(boundText, upperBound)) return fail("upper bound is invalid");
+  if (!detail::parseUpperBound(*this, bound, upperBound)) return fail("upper bound is invalid");
   getPropertyByName(node, xmlText(attrNormalization), normalization);
 
   unsigned long rangeLower = 0;
   unsigned long rangeUpper = 1;
   bool excluded = false;
   DtString given;
-  if (getPropertyByName(node, xmlText(attrValue), given)) {
-    const char* invalid = "value is invalid";
-    std::string value = given.stdString();
-    clipPrefix(value, ' ');
-    if (value.empty()) return fail(invalid);
-    if (value[0] != '[') {
-      if (!DtString(value).caseCompare("excluded")) return fail(invalid);
-      excluded = true;
-    } else {
-      value.erase(0, 1);
-      clipPrefix(value, ' ');
-      size_t run = leadingDigits(value);
-      if (run == 0 || run >= value.size()) return fail(invalid);
-      std::string lowerText = value.substr(0, run);
-      value.erase(0, run);
-      clipPrefix(value, ' ');
-      unsigned long lower = 0;
-      if (value[0] == ')') {
-        value.erase(0, 1);
-        if (!onlyBlanks(value)) return fail(invalid);
-        if (!convertStringToULong(lowerText, lower) || upperBound <= lower) return fail(invalid);
-        rangeLower = lower;
-        rangeUpper = lower + 1;
-      } else {
-        // Two dots, each of which may have blanks before it.
-        for (int dot = 0; dot < 2; ++dot) {
-          if (value.empty() || value[0] != '.') return fail(invalid);
-          value.erase(0, 1);
-          clipPrefix(value, ' ');
-        }
-        run = leadingDigits(value);
-        if (run == 0 || run >= value.size()) return fail(invalid);
-        std::string upperText = value.substr(0, run);
-        value.erase(0, run);
-        clipPrefix(value, ' ');
-        if (value[0] != ')') return fail(invalid);
-        value.erase(0, 1);
-        if (!onlyBlanks(value)) return fail(invalid);
-        unsigned long upper = 0;
-        if (!convertStringToULong(lowerText, lower) || !convertStringToULong(upperText, upper) ||
-            upper <= lower || upper > upperBound) {
-          return fail(invalid);
-        }
-        rangeLower = lower;
-        rangeUpper = upper;
-      }
-    }
+  if (getPropertyByName(node, xmlText(attrValue), given) &&
+      !detail::parseDimensionValue(*this, given, upperBound, rangeLower, rangeUpper, excluded)) {
+    return fail("value is invalid");
   }
   if (target) {
     target->addDimension(name.c_str(), upperBound, rangeLower, rangeUpper, excluded, normalization);

@@ -86,9 +86,6 @@ class DtFedReader1516 : public DtXmlFedReader {
   bool replacedInteractionRoot;
 
  private:
-  // The walk shared by the sections whose elements each become one record.
-  struct RecordWalk;
-  friend struct RecordWalk;
   // Adds the dimensions named in a blank-separated list through add; 2 on a refusal under
   // strict bit 1.
   template <typename Add>

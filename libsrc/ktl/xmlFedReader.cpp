@@ -1,6 +1,7 @@
 #include <ktl/xmlFedReader.h>
 
 #include <ktl/envXmlReader.h>
+#include <ktl/internal/xmlRecordWalk.h>
 
 #include <cstdio>
 #include <cstring>
@@ -208,5 +209,79 @@ xmlNode* DtXmlFedReader::getNodeByName(xmlNode* node, const xmlChar* name) {
   }
   return nullptr;
 }
+
+namespace detail {
+
+namespace {
+
+size_t leadingDigits(const std::string& text) {
+  size_t run = 0;
+  while (run < text.size() && text[run] >= '0' && text[run] <= '9') ++run;
+  return run;
+}
+
+bool onlyBlanks(const std::string& text) {
+  return text.find_first_not_of(' ') == std::string::npos;
+}
+
+}  // namespace
+
+bool parseUpperBound(DtXmlFedReader& reader, const DtString& given, unsigned long& bound) {
+  std::string text = given.stdString();
+  reader.clipPrefix(text, ' ');
+  return reader.convertStringToULong(text, bound);
+}
+
+bool parseDimensionValue(DtXmlFedReader& reader, const DtString& given, unsigned long upperBound,
+                         unsigned long& rangeLower, unsigned long& rangeUpper, bool& excluded) {
+  std::string value = given.stdString();
+  reader.clipPrefix(value, ' ');
+  if (value.empty()) return false;
+  if (value[0] != '[') {
+    if (!DtString(value).caseCompare("excluded")) return false;
+    excluded = true;
+    return true;
+  }
+  value.erase(0, 1);
+  reader.clipPrefix(value, ' ');
+  size_t run = leadingDigits(value);
+  if (run == 0 || run >= value.size()) return false;
+  std::string lowerText = value.substr(0, run);
+  value.erase(0, run);
+  reader.clipPrefix(value, ' ');
+  unsigned long lower = 0;
+  if (value[0] == ')') {
+    value.erase(0, 1);
+    if (!onlyBlanks(value)) return false;
+    if (!reader.convertStringToULong(lowerText, lower) || upperBound <= lower) return false;
+    rangeLower = lower;
+    rangeUpper = lower + 1;
+    return true;
+  }
+  // Two dots, each of which may have blanks before it.
+  for (int dot = 0; dot < 2; ++dot) {
+    if (value.empty() || value[0] != '.') return false;
+    value.erase(0, 1);
+    reader.clipPrefix(value, ' ');
+  }
+  run = leadingDigits(value);
+  if (run == 0 || run >= value.size()) return false;
+  std::string upperText = value.substr(0, run);
+  value.erase(0, run);
+  reader.clipPrefix(value, ' ');
+  if (value[0] != ')') return false;
+  value.erase(0, 1);
+  if (!onlyBlanks(value)) return false;
+  unsigned long upper = 0;
+  if (!reader.convertStringToULong(lowerText, lower) ||
+      !reader.convertStringToULong(upperText, upper) || upper <= lower || upper > upperBound) {
+    return false;
+  }
+  rangeLower = lower;
+  rangeUpper = upper;
+  return true;
+}
+
+}  // namespace detail
 
 }  // namespace KORRti

@@ -417,6 +417,9 @@ class DtXmlFedReader : public DtFedReader {
   static const DtString theValueEnabled;
 
  protected:
+  // The walk shared by the sections whose elements each become one record.
+  struct RecordWalk;
+
   // The target of the read. The XML walks go through this one and leave DtFedReader's unused.
   DtFedTarget* target;
   // The name of the file being read.
