@@ -468,8 +468,8 @@ int DtFedReader1516e::processFed(xmlNode* root) {
   }
 
   for (xmlNode* child = root->children; child && status != DtFedFailed; child = child->next) {
-    if (isCommentOrBlank(child)) continue;
     DtVerbose("\nTop-level Tag: %s\n", textOf(child->name));
+    if (isCommentOrBlank(child)) continue;
     if (named(child, tagModelIdentification)) {
       seen |= 0x400;
       status = processModelIdentification(child);

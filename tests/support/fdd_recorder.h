@@ -12,6 +12,7 @@
 // kept as DtFedTarget keeps them.
 #include <cstdio>
 #include <functional>
+#include <map>
 #include <memory>
 #include <set>
 #include <stdexcept>
@@ -25,6 +26,8 @@
 
 #include <ktl/fedReader.h>
 #include <ktl/fedReader1516.h>
+#include <ktl/fedReader1516_4.h>
+#include <ktl/fedReader1516e.h>
 #include <ktl/xmlFedReader.h>
 
 #include "support/capture.h"
@@ -84,6 +87,8 @@ class FddRecorder : public KORRti::DtFedTarget {
   std::string throwOn;
   // isKnownSwitch answers true for these names as well as for the standard ones.
   std::set<std::string> extraKnownSwitches;
+  // transportationType answers these values for these names (otherwise as DtFedTarget does).
+  std::map<std::string, KORRti::DtTransportType> transportAnswers;
 
   // The records handed over, in the order of their add... calls.
   std::vector<std::unique_ptr<KORRti::DtTimeType>> times;
@@ -236,6 +241,8 @@ class FddRecorder : public KORRti::DtFedTarget {
 
   KORRti::DtTransportType transportationType(const KORRti::DtTransportationType& record) override {
     note("transportationType", text(record.name));
+    auto answer = transportAnswers.find(text(record.name));
+    if (answer != transportAnswers.end()) return answer->second;
     return DtFedTarget::transportationType(record);
   }
 
@@ -390,12 +397,14 @@ inline FddReadOptions atLevel(int level) {
   return options;
 }
 
-// One read of a document by a new 1516-2000 reader into a new recorder.
-struct FddRun {
-  KORRti::DtFedReader1516 reader;
+// One read of a document by a new reader (1516-2000 unless told otherwise) into a new recorder.
+template <typename Reader>
+struct FddRunOf {
+  Reader reader;
   FddRecorder target;
   FedReadOutcome outcome;
 };
+using FddRun = FddRunOf<KORRti::DtFedReader1516>;
 
 // Prepares the recorder of a read (refusals, answers) before the read.
 using FddSetUp = std::function<void(FddRecorder&)>;
@@ -407,28 +416,31 @@ struct FddFile {
 
 // Reads the file as readFddFile does, by a new reader into a new recorder that setUp prepares
 // first. The run is held by pointer so that the recorder's records and the reader stay in place.
-inline std::unique_ptr<FddRun> runFdd(const FddFile& file,
-                                      const FddReadOptions& options = FddReadOptions(),
-                                      const FddSetUp& setUp = FddSetUp()) {
-  auto run = std::make_unique<FddRun>();
+template <typename Reader = KORRti::DtFedReader1516>
+std::unique_ptr<FddRunOf<Reader>> runFdd(const FddFile& file,
+                                         const FddReadOptions& options = FddReadOptions(),
+                                         const FddSetUp& setUp = FddSetUp()) {
+  auto run = std::make_unique<FddRunOf<Reader>>();
   if (setUp) setUp(run->target);
   run->outcome = readFddFile(run->reader, file.path, &run->target, options);
   return run;
 }
 
 // The same for xml written to a new temporary ".xml" file, as readFddText does.
-inline std::unique_ptr<FddRun> runFdd(const std::string& xml,
-                                      const FddReadOptions& options = FddReadOptions(),
-                                      const FddSetUp& setUp = FddSetUp()) {
-  return runFdd(FddFile{writeTempFile(xml, ".xml")}, options, setUp);
+template <typename Reader = KORRti::DtFedReader1516>
+std::unique_ptr<FddRunOf<Reader>> runFdd(const std::string& xml,
+                                         const FddReadOptions& options = FddReadOptions(),
+                                         const FddSetUp& setUp = FddSetUp()) {
+  return runFdd<Reader>(FddFile{writeTempFile(xml, ".xml")}, options, setUp);
 }
 
 // Reads the document as runFdd does and expects the read's result and error text.
-template <typename Document>
-std::unique_ptr<FddRun> expectRead(const Document& document, int result, const std::string& error,
-                                   const FddReadOptions& options = FddReadOptions(),
-                                   const FddSetUp& setUp = FddSetUp()) {
-  std::unique_ptr<FddRun> run = runFdd(document, options, setUp);
+template <typename Reader = KORRti::DtFedReader1516, typename Document>
+std::unique_ptr<FddRunOf<Reader>> expectRead(const Document& document, int result,
+                                             const std::string& error,
+                                             const FddReadOptions& options = FddReadOptions(),
+                                             const FddSetUp& setUp = FddSetUp()) {
+  std::unique_ptr<FddRunOf<Reader>> run = runFdd<Reader>(document, options, setUp);
   EXPECT_EQ(run->outcome.result, result);
   EXPECT_EQ(run->outcome.error, error);
   return run;
@@ -436,37 +448,40 @@ std::unique_ptr<FddRun> expectRead(const Document& document, int result, const s
 
 // The two reads of one document that most fault tests make, each by a new reader into a new
 // recorder: one without strict checking and one with it, kept for the test's own checks.
-struct LaxAndStrict {
-  std::unique_ptr<FddRun> lax;
-  std::unique_ptr<FddRun> strict;
+template <typename Reader>
+struct LaxAndStrictOf {
+  std::unique_ptr<FddRunOf<Reader>> lax;
+  std::unique_ptr<FddRunOf<Reader>> strict;
 };
+using LaxAndStrict = LaxAndStrictOf<KORRti::DtFedReader1516>;
 
 // Reads the document both ways and expects its faults to be only reported without strict checking
 // (0, leaving laxError) and to fail the read with it (2, with strictError).
-template <typename Document>
-LaxAndStrict expectLaxAndStrict(const Document& document, const std::string& laxError,
-                                const std::string& strictError, const FddSetUp& setUp = FddSetUp(),
-                                const FddReadOptions& laxOptions = FddReadOptions(),
-                                const FddReadOptions& strictOptions = strict(1)) {
-  LaxAndStrict runs;
+template <typename Reader = KORRti::DtFedReader1516, typename Document>
+LaxAndStrictOf<Reader> expectLaxAndStrict(const Document& document, const std::string& laxError,
+                                          const std::string& strictError,
+                                          const FddSetUp& setUp = FddSetUp(),
+                                          const FddReadOptions& laxOptions = FddReadOptions(),
+                                          const FddReadOptions& strictOptions = strict(1)) {
+  LaxAndStrictOf<Reader> runs;
   {
     SCOPED_TRACE("without strict checking");
-    runs.lax = expectRead(document, 0, laxError, laxOptions, setUp);
+    runs.lax = expectRead<Reader>(document, 0, laxError, laxOptions, setUp);
   }
   {
     SCOPED_TRACE("under strict checking");
-    runs.strict = expectRead(document, 2, strictError, strictOptions, setUp);
+    runs.strict = expectRead<Reader>(document, 2, strictError, strictOptions, setUp);
   }
   return runs;
 }
 
 // The same for a single fault, whose text both reads leave.
-template <typename Document>
-LaxAndStrict expectFatalOnlyWhenStrict(const Document& document, const std::string& error,
-                                       const FddSetUp& setUp = FddSetUp(),
-                                       const FddReadOptions& laxOptions = FddReadOptions(),
-                                       const FddReadOptions& strictOptions = strict(1)) {
-  return expectLaxAndStrict(document, error, error, setUp, laxOptions, strictOptions);
+template <typename Reader = KORRti::DtFedReader1516, typename Document>
+LaxAndStrictOf<Reader> expectFatalOnlyWhenStrict(
+    const Document& document, const std::string& error, const FddSetUp& setUp = FddSetUp(),
+    const FddReadOptions& laxOptions = FddReadOptions(),
+    const FddReadOptions& strictOptions = strict(1)) {
+  return expectLaxAndStrict<Reader>(document, error, error, setUp, laxOptions, strictOptions);
 }
 
 // Writes xml to a new temporary ".xml" file and reads it through readFed.
@@ -544,6 +559,32 @@ inline std::string completeFdd(const std::string& body) {
     }
   }
   return fddDocument(all);
+}
+
+// The whole document around body in the IEEE 1516-2010 form (2025 with nameSpace
+// "IEEE1516-2025"): "<?xml ...?>" and an "objectModel" root in the object model namespace.
+inline std::string fddDocument2010(const std::string& body,
+                                   const std::string& nameSpace = "IEEE1516-2010") {
+  return "<?xml version=\"1.0\"?>\n<objectModel xmlns=\"http://standards.ieee.org/" + nameSpace +
+         "\">\n" + body + "</objectModel>\n";
+}
+
+// The same, with an empty element added behind body for each section whose absence a lax read
+// reports (objects, interactions, dimensions, transportations, data types), so that a read of it
+// leaves lastError() empty.
+inline std::string completeFdd2010(const std::string& body,
+                                   const std::string& nameSpace = "IEEE1516-2010") {
+  static const char* const sections[] = {"objects", "interactions", "dimensions", "transportations",
+                                         "dataTypes"};
+  std::string all = body;
+  for (const char* section : sections) {
+    std::string open = std::string("<") + section;
+    if (body.find(open + ">") == std::string::npos && body.find(open + " ") == std::string::npos &&
+        body.find(open + "/>") == std::string::npos) {
+      all += open + "/>\n";
+    }
+  }
+  return fddDocument2010(all, nameSpace);
 }
 
 // The line, counted from 1, on which needle first stands in text; 0 if it is not there.
