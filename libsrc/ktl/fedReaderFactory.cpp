@@ -7,10 +7,6 @@
 
 using namespace KORRti;
 
-DtFedReaderFactory::DtFedReaderFactory() = default;
-
-DtFedReaderFactory::~DtFedReaderFactory() = default;
-
 DtFedReader* DtFedReaderFactory::makeFedReader(DtFomType type) {
   switch (type) {
     case DtFomType13:

@@ -11,8 +11,8 @@
 // The target and the file stay the caller's.
 class DtFedReaderFactory {
  public:
-  DtFedReaderFactory();
-  ~DtFedReaderFactory();
+  DtFedReaderFactory() = default;
+  ~DtFedReaderFactory() = default;
 
   // A new reader for the format: 1 HLA 1.3 (also KTL FED text), 2 IEEE 1516-2000, 3 IEEE
   // 1516-2010, 4 IEEE 1516-2025. Null, with nothing written, for any other value.
