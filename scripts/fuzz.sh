@@ -26,6 +26,9 @@ case $target in
   eval) options=(-close_fd_mask=3) ;;
   # The tree's KTL reader reports elements it can't use on standard error.
   env_ktl) options=(-close_fd_mask=2) ;;
+  # The settings' "not unique" lines go to standard output, the KTL form's reports to standard
+  # error.
+  settings) options=(-close_fd_mask=3) ;;
   *) options=() ;;
 esac
 if [ ! -f "fuzz/${target}_fuzz.cpp" ]; then

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Installs the Debian packages the build, the tests and the benchmarks need.
+# Installs the Debian packages the build, the tests and the benchmarks need (libxml2-utils
+# brings xmllint, which the settings' tests validate saved files with).
 # Run as root on a fresh Debian machine; a second run is quick.
 set -euo pipefail
-packages=(cmake g++ make ninja-build pkg-config git libxml2-dev libtclap-dev libgtest-dev libgmock-dev
-  libbenchmark-dev clang-format clang-tidy)
+packages=(cmake g++ make ninja-build pkg-config git libxml2-dev libxml2-utils libtclap-dev libgtest-dev
+  libgmock-dev libbenchmark-dev clang-format clang-tidy)
 if [ "${1:-}" = "--fuzz" ]; then
   packages+=(clang libclang-rt-dev)
 fi

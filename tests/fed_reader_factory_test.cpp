@@ -32,7 +32,9 @@ struct Made {
 Made makeFor(const std::string& path, DtFedTarget* target, const std::string& name = "") {
   Made made;
   FILE* file = path.empty() ? nullptr : std::fopen(path.c_str(), "rb");
-  if (!path.empty()) EXPECT_NE(file, nullptr) << path;
+  if (!path.empty()) {
+    EXPECT_NE(file, nullptr) << path;
+  }
   made.output = captureOutput([&] {
     made.reader.reset(DtFedReaderFactory().makeFedReader(
         file, target, DtFilename((name.empty() ? path : name).c_str())));

@@ -1,5 +1,6 @@
 // The fomdump program: the model of a FED file as text and as JSON, the readers' verbose lines
-// with -v, the formats it doesn't read yet, and its messages and exit statuses on bad input.
+// with -v, the module data of the later XML formats and the standard MIM from the library's
+// copy, and its messages and exit statuses on bad input.
 #include <gtest/gtest.h>
 
 #include <cctype>
@@ -111,28 +112,6 @@ TEST(ToolFomdump, ReadsTheLargestCorpusFile) {
   EXPECT_EQ(outcome.status, 0);
   EXPECT_NE(outcome.out.find("\"ObjectRoot.BaseEntity.PhysicalEntity.Platform\""),
             std::string::npos);
-}
-
-TEST(ToolFomdump, LaterXmlFormatsAreNotReadYet) {
-  std::string evolved = ktltest::writeTempFile(
-      "<objectModel xmlns=\"http://standards.ieee.org/IEEE1516-2010\"/>", ".xml");
-  ktltest::Outcome outcome = fomdump({evolved});
-  EXPECT_EQ(outcome.status, 3);
-  EXPECT_EQ(outcome.out, "");
-  EXPECT_EQ(outcome.err, "fomdump: " + evolved +
-                             ": IEEE 1516-2010 (HLA Evolved) XML format, which this version "
-                             "cannot read yet; only HLA 1.3 FED files and IEEE 1516-2000 "
-                             "documents are read\n");
-  std::string other = ktltest::writeTempFile("whatever", ".txt");
-  outcome = fomdump({other});
-  EXPECT_EQ(outcome.status, 3);
-  EXPECT_EQ(outcome.err, "FED file has unrecognized extension: " + other +
-                             "\n\tDefaulting to HLA 1516 2025 format\n"
-                             "fomdump: " +
-                             other +
-                             ": IEEE 1516-2025 (HLA 4) XML format, which this version cannot "
-                             "read yet; only HLA 1.3 FED files and IEEE 1516-2000 documents are "
-                             "read\n");
 }
 
 TEST(ToolFomdump, MissingFile) {
@@ -320,9 +299,20 @@ class JsonChecker {
     }
     return false;
   }
+  // -? digits (. digits)? ([eE] [+-]? digits)?
   bool number() {
-    size_t start = at_;
     if (text_[at_] == '-') ++at_;
+    if (!digits()) return false;
+    if (at_ < text_.size() && text_[at_] == '.' && (++at_, !digits())) return false;
+    if (at_ < text_.size() && (text_[at_] == 'e' || text_[at_] == 'E')) {
+      ++at_;
+      if (at_ < text_.size() && (text_[at_] == '+' || text_[at_] == '-')) ++at_;
+      if (!digits()) return false;
+    }
+    return true;
+  }
+  bool digits() {
+    size_t start = at_;
     while (at_ < text_.size() && std::isdigit(static_cast<unsigned char>(text_[at_]))) ++at_;
     return at_ > start;
   }
@@ -377,6 +367,10 @@ TEST(ToolFomdump, JsonCheckerTellsValidFromInvalid) {
   EXPECT_FALSE(JsonChecker("{\"a\" 1}").valid());
   EXPECT_FALSE(JsonChecker("\"tab\there\"").valid());
   EXPECT_FALSE(JsonChecker("{} {}").valid());
+  EXPECT_TRUE(JsonChecker("[0.5, -1.25e+3, 2E-7, 18446744073709551615]").valid());
+  EXPECT_FALSE(JsonChecker("[1.]").valid());
+  EXPECT_FALSE(JsonChecker("[1e]").valid());
+  EXPECT_FALSE(JsonChecker("[-]").valid());
 }
 
 TEST(ToolFomdump, RprFom1516AsValidJson) {
@@ -479,6 +473,157 @@ TEST(ToolFomdump, CommandLineErrors) {
   outcome = fomdump({"--help"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_NE(outcome.out.find("--json"), std::string::npos);
+}
+
+// A module of the later XML formats with what only they have: a model name, dependencies,
+// update rates and object class dimensions.
+std::string theSmallModule(const std::string& ns, const std::string& timeStamp) {
+  return "<objectModel xmlns=\"http://standards.ieee.org/" + ns +
+         "\">\n"
+         "<modelIdentification><name>Harbour</name>\n"
+         "  <reference><type>Dependency</type><identification>Base</identification></reference>\n"
+         "  <reference><type>Dependency</type><identification>MIM</identification></reference>\n"
+         "</modelIdentification>\n"
+         "<objects><objectClass><name>HLAobjectRoot</name>\n"
+         "  <objectClass><name>Vessel</name><dimensions><dimension>Area</dimension></dimensions>\n"
+         "    <attribute><name>Position</name><transportation>HLAreliable</transportation>\n"
+         "      <order>TimeStamp</order><dimensions><dimension>Area</dimension></dimensions>\n"
+         "    </attribute></objectClass></objectClass></objects>\n"
+         "<interactions><interactionClass><name>HLAinteractionRoot</name>\n"
+         "  <interactionClass><name>Hail</name><transportation>HLAbestEffort</transportation>\n"
+         "    <order>Receive</order><parameter><name>Text</name></parameter>\n"
+         "  </interactionClass></interactionClass></interactions>\n"
+         "<dimensions><dimension><name>Area</name><upperBound>10</upperBound></dimension>"
+         "</dimensions>\n"
+         "<time><" +
+         timeStamp + "><dataType>HLAfloat64Time</dataType></" + timeStamp +
+         "></time>\n"
+         "<transportations/><switches/>\n"
+         "<updateRates><updateRate><name>Slow</name><rate>0.5</rate></updateRate></updateRates>\n"
+         "</objectModel>\n";
+}
+
+TEST(ToolFomdump, Prints2010ModuleWithItsNameDependenciesAndUpdateRates) {
+  std::string path = ktltest::writeTempFile(theSmallModule("IEEE1516-2010", "timeStamp"), ".xml");
+  ktltest::Outcome outcome = fomdump({path});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out.substr(0, outcome.out.find("Transportations:")),
+            "FOM file: " + path +
+                "\n"
+                "Format: HLA Evolved\n"
+                "Routing spaces: 0\n"
+                "Model: Harbour\n"
+                "Dependencies: 2\n"
+                "  dependency Base\n"
+                "  dependency MIM\n"
+                "Dimensions: 1\n"
+                "  dimension Area  upperBound 10  range [0, 18446744073709551615)\n");
+  for (const char* line :
+       {"Update rates: 1\n  rate Slow  0.5\n", "Time: 1\n  timeStamp  dataType HLAfloat64Time\n",
+        "Object classes: 2\n  class HLAobjectRoot\n"
+        "    class HLAobjectRoot.Vessel  dimensions Area\n"
+        "      attribute Position  transport reliable  order timestamp  "
+        "dimensions Area\n",
+        "    class HLAinteractionRoot.Hail  transport best_effort  order "
+        "receive\n      parameter Text\n"}) {
+    EXPECT_NE(outcome.out.find(line), std::string::npos) << line;
+  }
+}
+
+TEST(ToolFomdump, Prints2010ModuleAsJsonWithItsOwnKeys) {
+  std::string path = ktltest::writeTempFile(theSmallModule("IEEE1516-2010", "timeStamp"), ".xml");
+  ktltest::Outcome outcome = fomdump({"--json", path});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(JsonChecker(outcome.out).valid()) << outcome.out;
+  for (const char* key :
+       {"  \"format\": \"HLA Evolved\",\n  \"modelName\": \"Harbour\",\n"
+        "  \"dependencies\": [\"Base\", \"MIM\"],\n",
+        "  \"updateRates\": [\n    {\"name\": \"Slow\", \"rate\": 0.5, \"semantics\": \"\"}\n  ]",
+        "{\"name\": \"HLAobjectRoot.Vessel\", \"parent\": \"HLAobjectRoot\", \"dimensions\": "
+        "[\"Area\"], \"attributes\": [{\"name\": \"Position\""}) {
+    EXPECT_NE(outcome.out.find(key), std::string::npos) << key;
+  }
+}
+
+TEST(ToolFomdump, The2000FormatHasNoModuleKeys) {
+  ktltest::Outcome outcome = fomdump({"--json", ktltest::writeTempFile(theSmall1516, ".xml")});
+  EXPECT_EQ(outcome.status, 0);
+  for (const char* key : {"\"modelName\"", "\"dependencies\"", "\"updateRates\""}) {
+    EXPECT_EQ(outcome.out.find(key), std::string::npos) << key;
+  }
+}
+
+TEST(ToolFomdump, Prints2025Module) {
+  std::string path = ktltest::writeTempFile(theSmallModule("IEEE1516-2025", "logicalTime"), ".xml");
+  ktltest::Outcome outcome = fomdump({path});
+  EXPECT_EQ(outcome.status, 0);
+  for (const char* line : {"Format: HLA 4\n", "Model: Harbour\n", "Dependencies: 2\n",
+                           "Update rates: 1\n", "Time: 1\n  logicalTime  dataType "}) {
+    EXPECT_NE(outcome.out.find(line), std::string::npos) << line;
+  }
+}
+
+TEST(ToolFomdump, AnUnrecognizedExtensionIsReadAs2025) {
+  std::string other = ktltest::writeTempFile("whatever", ".txt");
+  ktltest::Outcome outcome = fomdump({other});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err.find("FED file has unrecognized extension: " + other +
+                             "\n\tDefaulting to HLA 1516 2025 format\n"),
+            0u);
+  EXPECT_NE(outcome.out.find("Format: HLA 4\n"), std::string::npos);
+}
+
+TEST(ToolFomdump, TheStandardMimWithNoFileIsReadFromTheLibrarysCopy) {
+  ktltest::TempDir empty;
+  std::string evolved = empty.file("HLAstandardMIM.xml");
+  ktltest::Outcome outcome = fomdump({evolved});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err.find("fomdump: " + evolved +
+                             ": no such file; reading the library's own copy of the IEEE "
+                             "1516-2010 standard MIM\n"),
+            0u);
+  for (const char* line :
+       {"Format: HLA Evolved\n",
+        "Model: Standard MOM and Initialization Module (MIM) for HLA IEEE 1516-2010\n",
+        "Object classes: 4\n", "Interaction classes: 85\n"}) {
+    EXPECT_NE(outcome.out.find(line), std::string::npos) << line;
+  }
+  // The 2025 name, in another case, names the 2025 copy.
+  std::string hla4 = empty.file("hlastandardmim-2025.XML");
+  outcome = fomdump({"--json", hla4});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err.find("fomdump: " + hla4 +
+                             ": no such file; reading the library's own copy of the IEEE "
+                             "1516-2025 standard MIM\n"),
+            0u);
+  EXPECT_TRUE(JsonChecker(outcome.out).valid());
+  EXPECT_NE(outcome.out.find("\"format\": \"HLA 4\""), std::string::npos);
+}
+
+TEST(ToolFomdump, AStandardMimFileOnDiskIsReadInstead) {
+  ktltest::TempDir dir;
+  std::string path = dir.write("HLAstandardMIM.xml", theSmallModule("IEEE1516-2010", "timeStamp"));
+  ktltest::Outcome outcome = fomdump({path});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err.find("library's own copy"), std::string::npos);
+  EXPECT_NE(outcome.out.find("Model: Harbour\n"), std::string::npos);
+}
+
+TEST(ToolFomdump, ValidateChecksTheSchemaA2010DocumentNames) {
+  ktltest::TempDir dir;
+  std::string path =
+      dir.write("module.xml",
+                "<objectModel xmlns=\"http://standards.ieee.org/IEEE1516-2010\" "
+                "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
+                "xsi:schemaLocation=\"http://standards.ieee.org/IEEE1516-2010 "
+                "http://standards.ieee.org/downloads/1516/1516.2-2010/IEEE1516-DIF-2010.xsd\">"
+                "<modelIdentification><name>M</name></modelIdentification></objectModel>");
+  // Without --validate the schema is not looked at.
+  EXPECT_EQ(fomdump({path}).status, 0);
+  // A schema named by a URL is never fetched: it is a file that does not exist.
+  ktltest::Outcome outcome = fomdump({"--validate", path});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_NE(outcome.err.find("Could not open schema file "), std::string::npos) << outcome.err;
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 // indented tree or as JSON.
 #include <tclap/CmdLine.h>
 
+#include <strings.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <iostream>
@@ -16,8 +18,8 @@
 #include <vector>
 
 #include <ktl/fedReader.h>
-#include <ktl/fedReader13.h>
-#include <ktl/fedReader1516.h>
+#include <ktl/fedReader1516e.h>
+#include <ktl/fedReaderFactory.h>
 #include <ktl/xmlFedReader.h>
 #include <util/notify.h>
 
@@ -28,19 +30,19 @@ using namespace KORRti;
 const char kDescription[] =
     "Reads a federation object model file and prints the routing spaces, the object classes "
     "with their attributes and the interaction classes with their parameters, as the reader "
-    "delivers them; for an IEEE 1516-2000 document also its dimensions, transportations, "
-    "switches, time, tags, synchronization points, data types and notes. The format is told by "
-    "the extension and, for XML files, by the content. HLA 1.3 FED files (.fed, .omt, .ktl) and "
-    "IEEE 1516-2000 documents are read; the IEEE 1516-2010 and 1516-2025 formats are recognised "
-    "but not read yet. A file that is wrong still has what was read before the fault printed; "
+    "delivers them; for an XML document also its dimensions, transportations, switches, time, "
+    "tags, synchronization points, data types and notes, and for an IEEE 1516-2010 or 1516-2025 "
+    "module its model name, dependencies and update rates. The format is told by the extension "
+    "and, for XML files, by the content: HLA 1.3 FED files (.fed, .omt, .ktl) and IEEE "
+    "1516-2000, 1516-2010 and 1516-2025 documents are read. HLAstandardMIM.xml and "
+    "HLAstandardMIM-2025.xml, when no such file exists, are read from the library's own copy of "
+    "the standard MIM. A file that is wrong still has what was read before the fault printed; "
     "a file that reads may leave a warning, printed on standard error. "
-    "Exit status: 0 read, 1 no such file, 2 the file is wrong, 3 a format that is not read yet, "
-    "64 a wrong command line.";
+    "Exit status: 0 read, 1 no such file, 2 the file is wrong, 64 a wrong command line.";
 
 const int kExitRead = 0;
 const int kExitNoFile = 1;
 const int kExitWrongFile = 2;
-const int kExitNotRead = 3;
 const int kExitUsage = 64;
 
 struct Attribute {
@@ -55,6 +57,7 @@ struct ObjectClass {
   std::string name;
   std::string parent;  // empty at the root
   std::vector<Attribute> attributes;
+  std::vector<std::string> dimensions;
 };
 
 struct InteractionClass {
@@ -115,6 +118,10 @@ class ModelRecorder : public DtFedTarget {
   std::vector<std::unique_ptr<DtSynchronizationPointsType>> synchronizations;
   std::vector<std::unique_ptr<DtNotesType>> notes;
   DataTypes dataTypes;
+  // What only IEEE 1516-2010 and 1516-2025 modules have.
+  std::string modelName;
+  std::vector<std::string> dependencies;
+  std::vector<std::unique_ptr<DtUpdateRateType>> updateRates;
 
   bool addSpace(const char* name) override {
     spaces.push_back({text(name), {}});
@@ -127,7 +134,21 @@ class ModelRecorder : public DtFedTarget {
     return true;
   }
   bool addObjectClass(const char* name, const char* parent) override {
-    objects.push_back({text(name), text(parent), {}});
+    objects.push_back({text(name), text(parent), {}, {}});
+    return true;
+  }
+  bool addObjectClassDimension(const char* className, const char* dimension) override {
+    if (ObjectClass* owner = findObject(text(className))) {
+      owner->dimensions.push_back(text(dimension));
+    }
+    return true;
+  }
+  bool setFomName(const char* name) override {
+    modelName = text(name);
+    return true;
+  }
+  bool setFomDependencies(const std::vector<DtString>& names) override {
+    for (const DtString& name : names) dependencies.push_back(name.c_str());
     return true;
   }
   bool addSpaceAttribute(const char* className, const char* name, DtTransportType transport,
@@ -191,6 +212,7 @@ class ModelRecorder : public DtFedTarget {
     return keep(transportations, record);
   }
   bool addTime(DtTimeType* record) override { return keep(time, record); }
+  bool addUpdateRate(DtUpdateRateType* record) override { return keep(updateRates, record); }
   bool addUserSuppliedTag(DtUserSuppliedTagsType* record) override { return keep(tags, record); }
   bool addSynchronizationPoint(DtSynchronizationPointsType* record) override {
     return keep(synchronizations, record);
@@ -326,8 +348,18 @@ void field(std::ostringstream& out, const char* key, const DtString& value) {
   if (!value.isEmpty()) out << "  " << key << " " << value.c_str();
 }
 
+// Whether the format has a model identification with dependencies, and update rates.
+bool isModular(DtFomType type) {
+  return type == DtFomTypeEvolved || type == DtFomType2025;
+}
+
 // The sections that only the XML documents have, as text, before the classes.
-void printXmlHead(std::ostringstream& out, const ModelRecorder& model) {
+void printXmlHead(std::ostringstream& out, DtFomType type, const ModelRecorder& model) {
+  if (isModular(type)) {
+    out << "Model: " << model.modelName << "\n";
+    out << "Dependencies: " << model.dependencies.size() << "\n";
+    for (const std::string& name : model.dependencies) out << "  dependency " << name << "\n";
+  }
   out << "Dimensions: " << model.dimensions.size() << "\n";
   for (const Dimension& item : model.dimensions) {
     out << "  dimension " << item.name << "  upperBound " << item.upperBound << "  range ["
@@ -344,6 +376,12 @@ void printXmlHead(std::ostringstream& out, const ModelRecorder& model) {
   out << "Switches: " << model.switches.size() << "\n";
   for (const Switch& item : model.switches) {
     out << "  switch " << item.name << "  " << (item.enabled ? "Enabled" : "Disabled") << "\n";
+  }
+  if (isModular(type)) {
+    out << "Update rates: " << model.updateRates.size() << "\n";
+    for (const auto& item : model.updateRates) {
+      out << "  rate " << item->name.c_str() << "  " << item->rate << "\n";
+    }
   }
   out << "Time: " << model.time.size() << "\n";
   for (const auto& item : model.time) {
@@ -445,13 +483,15 @@ void printText(const std::string& fileName, DtFomType type, const ModelRecorder&
       out << "    dimension " << dimension << "\n";
   }
   const bool xml = type != DtFomType13;
-  if (xml) printXmlHead(out, model);
+  if (xml) printXmlHead(out, type, model);
   out << "Object classes: " << model.objects.size() << "\n";
   std::vector<int> objectDepths = depths(model.objects);
   for (size_t i : treeOrder(model.objects)) {
     const ObjectClass& item = model.objects[i];
     std::string indent(2 + 2 * objectDepths[i], ' ');
-    out << indent << "class " << item.name << "\n";
+    out << indent << "class " << item.name;
+    if (!item.dimensions.empty()) out << "  dimensions " << joined(item.dimensions);
+    out << "\n";
     for (const Attribute& attribute : item.attributes) {
       out << indent << "  attribute " << attribute.name << "  transport "
           << transportName(attribute.transport) << "  order " << orderName(attribute.order);
@@ -544,7 +584,7 @@ void jsonArray(std::ostringstream& out, const char* key, const Items& items, con
 }
 
 // The sections that only the XML documents have, as members of the top object.
-void printXmlJson(std::ostringstream& out, const ModelRecorder& model) {
+void printXmlJson(std::ostringstream& out, DtFomType type, const ModelRecorder& model) {
   out << ",\n";
   jsonArray(out, "dimensions", model.dimensions, "  ", [&](const Dimension& item) {
     out << "\"name\": " << json(item.name) << ", \"upperBound\": " << item.upperBound
@@ -563,6 +603,13 @@ void printXmlJson(std::ostringstream& out, const ModelRecorder& model) {
     out << "\"name\": " << json(item.name)
         << ", \"enabled\": " << (item.enabled ? "true" : "false");
   });
+  if (isModular(type)) {
+    out << ",\n";
+    jsonArray(out, "updateRates", model.updateRates, "  ", [&](const auto& item) {
+      out << "\"name\": " << json(item->name) << ", \"rate\": " << item->rate
+          << ", \"semantics\": " << json(item->semantics);
+    });
+  }
   out << ",\n";
   jsonArray(out, "time", model.time, "  ", [&](const auto& item) {
     out << "\"name\": " << json(item->name) << ", \"dataType\": " << json(item->dataType)
@@ -650,8 +697,12 @@ void printXmlJson(std::ostringstream& out, const ModelRecorder& model) {
 void printJson(const std::string& fileName, DtFomType type, const ModelRecorder& model) {
   const bool xml = type != DtFomType13;
   std::ostringstream out;
-  out << "{\n  \"file\": " << json(fileName) << ",\n  \"format\": " << json(DtFomTypeName(type))
-      << ",\n  \"spaces\": [";
+  out << "{\n  \"file\": " << json(fileName) << ",\n  \"format\": " << json(DtFomTypeName(type));
+  if (isModular(type)) {
+    out << ",\n  \"modelName\": " << json(model.modelName)
+        << ",\n  \"dependencies\": " << jsonList(model.dependencies);
+  }
+  out << ",\n  \"spaces\": [";
   for (size_t i = 0; i < model.spaces.size(); ++i) {
     const Space& space = model.spaces[i];
     out << (i ? ",\n" : "\n") << "    {\"name\": " << json(space.name) << ", \"dimensions\": [";
@@ -664,7 +715,9 @@ void printJson(const std::string& fileName, DtFomType type, const ModelRecorder&
   for (size_t i = 0; i < model.objects.size(); ++i) {
     const ObjectClass& item = model.objects[i];
     out << (i ? ",\n" : "\n") << "    {\"name\": " << json(item.name)
-        << ", \"parent\": " << jsonOrNull(item.parent) << ", \"attributes\": [";
+        << ", \"parent\": " << jsonOrNull(item.parent);
+    if (isModular(type)) out << ", \"dimensions\": " << jsonList(item.dimensions);
+    out << ", \"attributes\": [";
     for (size_t a = 0; a < item.attributes.size(); ++a) {
       const Attribute& attribute = item.attributes[a];
       out << (a ? ", " : "") << "{\"name\": " << json(attribute.name)
@@ -692,22 +745,24 @@ void printJson(const std::string& fileName, DtFomType type, const ModelRecorder&
     out << "]}";
   }
   out << (model.interactions.empty() ? "]" : "\n  ]");
-  if (xml) printXmlJson(out, model);
+  if (xml) printXmlJson(out, type, model);
   out << "\n}\n";
   std::fputs(out.str().c_str(), stdout);
 }
 
-const char* formatDescription(DtFomType type) {
-  switch (type) {
-    case DtFomType1516:
-      return "IEEE 1516-2000 XML";
-    case DtFomTypeEvolved:
-      return "IEEE 1516-2010 (HLA Evolved) XML";
-    case DtFomType2025:
-      return "IEEE 1516-2025 (HLA 4) XML";
-    default:
-      return "unknown";
+// The edition of a standard MIM the library holds.
+const char* editionName(DtFomType type) {
+  return type == DtFomType2025 ? "IEEE 1516-2025" : "IEEE 1516-2010";
+}
+
+// The edition whose standard MIM the library holds under a file name (compared as the readers
+// compare it: without the directory, whatever the case), or unknown.
+DtFomType heldMimEdition(const std::string& fileName) {
+  std::string base = fileName.substr(fileName.find_last_of('/') + 1);
+  for (DtFomType type : {DtFomTypeEvolved, DtFomType2025}) {
+    if (strcasecmp(base.c_str(), DtFedReader::standardMimFileName(type).c_str()) == 0) return type;
   }
+  return DtFomTypeUnknown;
 }
 
 int run(int argc, char** argv) {
@@ -727,8 +782,10 @@ int run(int argc, char** argv) {
         cmd, false);
     TCLAP::SwitchArg validateArg(
         "d", "validate",
-        "Validate an IEEE 1516-2000 document against the DTD it names, looked for beside the "
-        "document; only local files are read",
+        "Validate an XML document: an IEEE 1516-2000 document against the DTD it names, looked "
+        "for beside the document; an IEEE 1516-2010 or 1516-2025 document against the XML "
+        "Schema its schemaLocation names, looked for from the working directory; only local "
+        "files are read",
         cmd, false);
     TCLAP::UnlabeledValueArg<std::string> fileArg("file", "The FOM file to read", true, "", "file",
                                                   cmd);
@@ -751,25 +808,32 @@ int run(int argc, char** argv) {
   }
   if (verbose && DtNotifyLevel < 3) DtNotifyLevel = 3;
 
+  ModelRecorder model;
+  // Unknown only when no file of that name can be opened: then a standard MIM's name is
+  // answered from the library's copy, which the reader reads once the target has the edition.
   DtFomType type = DtFedReader::checkFomType(fileName.c_str());
+  if (type == DtFomTypeUnknown) {
+    type = heldMimEdition(fileName);
+    if (type != DtFomTypeUnknown) {
+      model.setFomType(type);
+      std::fprintf(stderr,
+                   "fomdump: %s: no such file; reading the library's own copy of the %s "
+                   "standard MIM\n",
+                   fileName.c_str(), editionName(type));
+    }
+  }
   if (type == DtFomTypeUnknown) {
     std::fprintf(stderr, "fomdump: cannot open FOM file: %s\n", fileName.c_str());
     return kExitNoFile;
   }
-  std::unique_ptr<DtFedReader> reader;
-  if (type == DtFomType13) {
-    reader.reset(new DtFedReader13());
-  } else if (type == DtFomType1516) {
-    reader.reset(new DtFedReader1516());
-  } else {
-    std::fprintf(stderr,
-                 "fomdump: %s: %s format, which this version cannot read yet; only HLA 1.3 "
-                 "FED files and IEEE 1516-2000 documents are read\n",
-                 fileName.c_str(), formatDescription(type));
-    return kExitNotRead;
+  std::unique_ptr<DtFedReader> reader(DtFedReaderFactory().makeFedReader(type));
+  if (validate) {
+    // The later XML readers validate against the schema the document names, when told to.
+    if (auto* schemaReader = dynamic_cast<DtFedReader1516e*>(reader.get())) {
+      schemaReader->setSchemaValidationEnabled(true);
+    }
   }
 
-  ModelRecorder model;
   unsigned int mask = strict ? DtStrictUnexpectedContent : 0;
   int result = reader->readFed(fileName.c_str(), &model, mask, validate, false);
   if (result == DtFedNoFile) {

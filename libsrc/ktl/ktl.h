@@ -7,7 +7,11 @@
 
 #include <ktl/alist.h>
 #include <ktl/appEnv.h>
+#include <ktl/applicationSettings.h>
 #include <ktl/atom.h>
+#include <ktl/baseConfigVariable.h>
+#include <ktl/cmdLine.h>
+#include <ktl/configVariable.h>
 #include <ktl/envInit.h>
 #include <ktl/envKtlReader.h>
 #include <ktl/envKtlWriter.h>
@@ -41,6 +45,7 @@
 #include <ktl/read.h>
 #include <ktl/register.h>
 #include <ktl/subrs.h>
+#include <ktl/variableGroup.h>
 #include <ktl/xmlFedReader.h>
 
 #endif

@@ -34,6 +34,7 @@ class KeepingTarget : public KORRti::DtFedTarget {
   std::vector<std::unique_ptr<KORRti::DtArrayDatatypeType>> array;
   std::vector<std::unique_ptr<KORRti::DtFixedRecordDatatypeType>> fixedRecord;
   std::vector<std::unique_ptr<KORRti::DtVariantRecordDatatypeType>> variantRecord;
+  std::vector<std::unique_ptr<KORRti::DtUpdateRateType>> updateRates;
 
   KeepingTarget() { names.reserve(1 << 16); }
 
@@ -127,6 +128,48 @@ class KeepingTarget : public KORRti::DtFedTarget {
   bool addVariantRecordDatatype(KORRti::DtVariantRecordDatatypeType* r) override {
     return own(variantRecord, r);
   }
+  // What only the 1516-2010 and 2025 readers call.
+  bool addObjectClassDimension(const char* className, const char* dimension) override {
+    keep(className);
+    keep(dimension);
+    return true;
+  }
+  bool addUpdateRate(KORRti::DtUpdateRateType* r) override { return own(updateRates, r); }
+  bool setFomName(const char* name) override {
+    keep(name);
+    return true;
+  }
+  bool setFomDependencies(const std::vector<KORRti::DtString>& dependencies) override {
+    for (const KORRti::DtString& name : dependencies) keep(name.c_str());
+    return true;
+  }
+  bool setSwitch(const KORRti::DtString& name, bool) override {
+    keep(name.c_str());
+    return true;
+  }
+  // A transportation is known once it has been added, so that both the declared and the
+  // undeclared paths of an attribute's transportation are taken.
+  bool hasTransportation(const KORRti::DtTransportationType& record) override {
+    for (const auto& kept : transportations) {
+      if (kept->name == record.name) return true;
+    }
+    return false;
+  }
+  bool addUnresolvedAttributeTransportation(const KORRti::DtTransportationType& record,
+                                            const KORRti::DtString& className,
+                                            const KORRti::DtString& attribute) override {
+    keep(record.name.c_str());
+    keep(className.c_str());
+    keep(attribute.c_str());
+    return true;
+  }
+  bool addUnresolvedInteractionTransportation(const KORRti::DtTransportationType& record,
+                                              const KORRti::DtString& className) override {
+    keep(record.name.c_str());
+    keep(className.c_str());
+    return true;
+  }
+
   bool hasNote(const KORRti::DtNotesType&) override { return duplicate(); }
   bool hasSimpleDatatype(const KORRti::DtSimpleDatatypeType&) override { return duplicate(); }
   bool hasEnumeratedDatatype(const KORRti::DtEnumeratedDatatypeType&) override {
