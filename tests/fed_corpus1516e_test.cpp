@@ -8,6 +8,7 @@
 // the two standard MIMs) are named. Schema validation runs against the corpus's own schemas.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -15,6 +16,7 @@
 
 #include <libxml/parser.h>
 #include <libxml/tree.h>
+#include <libxml/xmlschemas.h>
 #include <libxml/xpath.h>
 
 #include <ktl/fedReader.h>
@@ -723,6 +725,84 @@ TEST(FedCorpus1516e, TheRprModulesAgainstTheSchema) {
     }
   }
   EXPECT_EQ(valid, 13);
+}
+
+// Whether libxml2 alone finds the document at path valid against the schema at schemaPath.
+bool validAgainst(const std::string& path, const std::string& schemaPath) {
+  std::unique_ptr<xmlSchemaParserCtxt, void (*)(xmlSchemaParserCtxt*)> parser(
+      xmlSchemaNewParserCtxt(schemaPath.c_str()), xmlSchemaFreeParserCtxt);
+  std::unique_ptr<xmlSchema, void (*)(xmlSchema*)> schema(xmlSchemaParse(parser.get()),
+                                                          xmlSchemaFree);
+  std::unique_ptr<xmlSchemaValidCtxt, void (*)(xmlSchemaValidCtxt*)> validation(
+      xmlSchemaNewValidCtxt(schema.get()), xmlSchemaFreeValidCtxt);
+  xmlSchemaSetValidErrors(validation.get(), nullptr, nullptr, nullptr);
+  std::unique_ptr<xmlDoc, void (*)(xmlDoc*)> doc(xmlReadFile(path.c_str(), nullptr, 0), xmlFreeDoc);
+  bool valid = false;
+  // libxml2 reports each fault on standard error.
+  ktltest::captureOutput(
+      [&] { valid = doc && xmlSchemaValidateDoc(validation.get(), doc.get()) == 0; });
+  return valid;
+}
+
+TEST(FedCorpus1516e, EveryModuleThatNamesASchemaAgainstTheLocalOne) {
+  ktltest::TempDir dir;
+  const std::string schema =
+      dir.write("IEEE1516-DIF-2010.xsd",
+                ktltest::fileText(theData + "/ieee1516-2010/schemas/IEEE1516-DIF-2010.xsd"));
+  int valid = 0;
+  int invalid = 0;
+  for (const Expected& expected : theExpected) {
+    if (expected.type != DtFomTypeEvolved) continue;
+    std::string text = ktltest::fileText(theData + "/" + expected.file);
+    const std::string attribute = "schemaLocation=\"";
+    size_t at = text.find(attribute);
+    if (at == std::string::npos) continue;
+    at += attribute.size();
+    size_t end = text.find('"', at);
+    ASSERT_NE(end, std::string::npos);
+    // The reader takes the location after the last blank of the attribute.
+    text.replace(at, end - at, "http://standards.ieee.org/IEEE1516-2010 " + schema);
+    SCOPED_TRACE(expected.file);
+    std::string path = dir.write("module.xml", text);
+    Read read = readModule(path, 0, true);
+    if (validAgainst(path, schema)) {
+      EXPECT_EQ(read.result, expected.result);
+      EXPECT_EQ(read.error, expected.error);
+      ++valid;
+    } else {
+      EXPECT_EQ(read.result, 2);
+      EXPECT_EQ(read.error, "FDD file did not pass validation against schema " + schema);
+      EXPECT_EQ(read.counts, Counts());
+      ++invalid;
+    }
+  }
+  EXPECT_EQ(valid, 80);
+  EXPECT_EQ(invalid, 66);
+}
+
+// Destroying an XML reader cleans up libxml2's global state, which a compiled schema depends
+// on: the next validation, by this reader or another, compiles the schema again instead of
+// running on freed state (it used to hang).
+TEST(FedCorpus1516e, TheSchemaIsCompiledAgainAfterAReaderIsDestroyed) {
+  ktltest::TempDir dir;
+  std::string module = withLocalSchema(dir, "ieee1516-2010/rpr-fom-v2.0/RPR-Base_v2.0.xml");
+  ASSERT_FALSE(module.empty());
+  for (int round = 0; round < 3; ++round) {
+    SCOPED_TRACE(round);
+    Read read = readModule(module, 0, true);
+    EXPECT_EQ(read.result, 0) << read.error;
+    EXPECT_GT(read.counts.dataTypes(), 0);
+  }
+  // And one reader, kept, validates any number of times with one compiled schema.
+  DtFedReader1516e reader;
+  reader.setSchemaValidationEnabled(true);
+  for (int round = 0; round < 3; ++round) {
+    CountingTarget target;
+    int result = -1;
+    ktltest::captureOutput(
+        [&] { result = reader.readFed(module.c_str(), &target, 0, true, false); });
+    EXPECT_EQ(result, 0) << reader.lastError().c_str();
+  }
 }
 
 TEST(FedCorpus1516e, ASchemaNamedByItsPublishedUrlIsNotFetched) {

@@ -13,6 +13,7 @@
 #include <libxml/xmlstring.h>
 
 #include <ktl/envXmlReader.h>
+#include <ktl/internal/schemaCache.h>
 #include <ktl/internal/xmlRecordWalk.h>
 #include <util/notify.h>
 
@@ -261,7 +262,7 @@ DtFedReader1516::DtFedReader1516() : replacedObjectRoot(false), replacedInteract
 }
 
 DtFedReader1516::~DtFedReader1516() {
-  xmlCleanupParser();
+  detail::releaseParserState();
 }
 
 int DtFedReader1516::readFedFilePtr(FILE* file, DtFedTarget* readTarget, DtFilename name,

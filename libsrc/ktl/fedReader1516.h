@@ -27,7 +27,8 @@ namespace KORRti {
 class DtFedReader1516 : public DtXmlFedReader {
  public:
   DtFedReader1516();
-  // Calls xmlCleanupParser, which acts on the whole process.
+  // Calls xmlCleanupParser, which acts on the whole process, after dropping the schema that
+  // the 1516-2010 and 2025 readers keep compiled (it depends on what that frees).
   ~DtFedReader1516() override;
 
   // Reads the whole file, tells the target its format (2) and walks the document. With

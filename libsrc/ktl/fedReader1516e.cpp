@@ -1,21 +1,18 @@
 #include <ktl/fedReader1516e.h>
 
-#include <sys/stat.h>
-
 #include <climits>
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
 #include <libxml/parser.h>
 #include <libxml/tree.h>
-#include <libxml/xmlschemas.h>
 #include <libxml/xmlstring.h>
 
 #include <ktl/envXmlReader.h>
+#include <ktl/internal/schemaCache.h>
 #include <ktl/internal/xmlRecordWalk.h>
 #include <util/notify.h>
 
@@ -262,52 +259,6 @@ bool schemaFileExists(const DtString& name) {
   return DtFilename(name.c_str()).exists();
 }
 
-// The compiled schema of the last schema file validated against, kept for the process: the
-// modules of one federation name the same schema, and compiling it costs more than most reads.
-// It is used again while the file has the same identity, size and modification time; a schema
-// that the file includes or imports is not watched. Validation holds the lock, so that a schema
-// is never replaced under a validation that uses it.
-class SchemaCache {
- public:
-  static SchemaCache& instance() {
-    static SchemaCache cache;
-    return cache;
-  }
-
-  // Validates doc against the schema in file, compiling the schema when it is not held yet.
-  // False if the schema can't be compiled or the document is not valid.
-  bool validate(xmlDoc* doc, const char* file) {
-    std::lock_guard<std::mutex> hold(lock_);
-    struct stat info;
-    if (::stat(file, &info) != 0) return false;
-    if (!schema_ || path_ != file || !sameFile(info)) {
-      schema_.reset();
-      detail::XmlPtr<xmlSchemaParserCtxt> parser(xmlSchemaNewParserCtxt(file));
-      if (!parser) return false;
-      schema_.reset(xmlSchemaParse(parser.get()));
-      if (!schema_) return false;
-      path_ = file;
-      identity_ = info;
-    }
-    detail::XmlPtr<xmlSchemaValidCtxt> validation(xmlSchemaNewValidCtxt(schema_.get()));
-    if (!validation) return false;
-    return xmlSchemaValidateDoc(validation.get(), doc) == 0;
-  }
-
- private:
-  SchemaCache() = default;
-  bool sameFile(const struct stat& info) const {
-    return info.st_dev == identity_.st_dev && info.st_ino == identity_.st_ino &&
-           info.st_size == identity_.st_size && info.st_mtim.tv_sec == identity_.st_mtim.tv_sec &&
-           info.st_mtim.tv_nsec == identity_.st_mtim.tv_nsec;
-  }
-
-  std::mutex lock_;
-  detail::XmlPtr<xmlSchema> schema_;
-  std::string path_;
-  struct stat identity_ = {};
-};
-
 }  // namespace
 
 // ---------------------------------------------------------------------------------------------
@@ -325,7 +276,7 @@ DtFedReader1516e::DtFedReader1516e()
 }
 
 DtFedReader1516e::~DtFedReader1516e() {
-  xmlCleanupParser();
+  detail::releaseParserState();
 }
 
 int DtFedReader1516e::readFedFilePtr(FILE* file, DtFedTarget* readTarget, DtFilename name,
@@ -409,7 +360,7 @@ bool DtFedReader1516e::schemaValidate(xmlDoc* doc, const char* schemaFile) {
   if (!LocalLoadsOnly::isLocalFile(schemaFile)) return false;
   DtQuietXmlErrors quiet;
   LocalLoadsOnly localLoads;
-  return SchemaCache::instance().validate(doc, schemaFile);
+  return detail::validateWithCachedSchema(doc, schemaFile);
 }
 
 int DtFedReader1516e::processXmlDocPtr(xmlDoc* doc) {

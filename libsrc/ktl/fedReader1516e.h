@@ -35,7 +35,9 @@ namespace KORRti {
 class DtFedReader1516e : public DtXmlFedReader {
  public:
   DtFedReader1516e();
-  // Calls xmlCleanupParser, which acts on the whole process.
+  // Calls xmlCleanupParser, which acts on the whole process; the schema compiled for
+  // validation, which depends on what that frees, is dropped first and compiled again when next
+  // needed.
   ~DtFedReader1516e() override;
 
   // Reads the whole file as the format 3 (IEEE 1516-2010). Answers 0 read, 1 no file, 2 the
@@ -77,7 +79,8 @@ class DtFedReader1516e : public DtXmlFedReader {
   virtual int parseTimeTree(xmlNode* node);
   virtual int parseSynchronizationsTree(xmlNode* node);
   // True if doc is valid against the XML Schema in schemaFile (a local file). A compiled
-  // schema is kept for the process and used again while its file is unchanged.
+  // schema is kept, and used again while its file is unchanged, until an XML reader is
+  // destroyed (its clean-up of libxml2 frees what the schema depends on).
   virtual bool schemaValidate(xmlDoc* doc, const char* schemaFile);
   // The module's name and the names of the modules it depends on, to the target.
   virtual int processModelIdentification(xmlNode* node);
