@@ -160,8 +160,8 @@ class RprModules {
     const std::string url =
         "http://standards.ieee.org/downloads/1516/1516.2-2010/IEEE1516-DIF-2010.xsd";
     for (const char* module : kRprModules) {
-      std::vector<char> bytes = ktlbench::fileBytes(kData + "/rpr-fom-v2.0/" + module);
-      std::string text(bytes.begin(), bytes.end());
+      std::vector<char> original = ktlbench::fileBytes(kData + "/rpr-fom-v2.0/" + module);
+      std::string text(original.begin(), original.end());
       size_t at = text.find(url);
       if (at == std::string::npos) return;
       text.replace(at, url.size(), schema);

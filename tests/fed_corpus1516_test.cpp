@@ -15,119 +15,17 @@
 #include <util/notify.h>
 
 #include "support/capture.h"
+#include "support/counting_target.h"
 #include "support/files.h"
 
 using namespace KORRti;
+using ktltest::CountingTarget;
+using ktltest::Counts;
 
 namespace {
 
 const std::string theCorpus = std::string(KTL_TEST_DATA_DIR) + "/fom/ieee1516-2000";
 const std::string theRpr = theCorpus + "/RPR_FOM_v2.0_1516-2000.xml";
-
-// How many of each kind of item a target was given.
-struct Counts {
-  int objectClasses = 0;
-  int attributes = 0;
-  int interactionClasses = 0;
-  int parameters = 0;
-  int basic = 0;
-  int simple = 0;
-  int enumerated = 0;
-  int enumerators = 0;
-  int array = 0;
-  int fixedRecord = 0;
-  int fields = 0;
-  int variantRecord = 0;
-  int alternatives = 0;
-  int notes = 0;
-  int dimensions = 0;
-  int transportations = 0;
-
-  bool operator==(const Counts& o) const {
-    return objectClasses == o.objectClasses && attributes == o.attributes &&
-           interactionClasses == o.interactionClasses && parameters == o.parameters &&
-           basic == o.basic && simple == o.simple && enumerated == o.enumerated &&
-           enumerators == o.enumerators && array == o.array && fixedRecord == o.fixedRecord &&
-           fields == o.fields && variantRecord == o.variantRecord &&
-           alternatives == o.alternatives && notes == o.notes && dimensions == o.dimensions &&
-           transportations == o.transportations;
-  }
-};
-
-std::ostream& operator<<(std::ostream& out, const Counts& c) {
-  return out << "{objects " << c.objectClasses << ", attributes " << c.attributes
-             << ", interactions " << c.interactionClasses << ", parameters " << c.parameters
-             << ", basic " << c.basic << ", simple " << c.simple << ", enumerated " << c.enumerated
-             << " (" << c.enumerators << "), array " << c.array << ", fixed " << c.fixedRecord
-             << " (" << c.fields << "), variant " << c.variantRecord << " (" << c.alternatives
-             << "), notes " << c.notes << ", dimensions " << c.dimensions << ", transportations "
-             << c.transportations << "}";
-}
-
-// A target that counts what it is given and owns the records handed to it.
-class CountingTarget : public DtFedTarget {
- public:
-  Counts counts;
-
-  bool addObjectClass(const char*, const char*) override { return ++counts.objectClasses; }
-  bool addAttribute(const char*, const char*, DtTransportType, DtOrderType, DtSharingType_enum,
-                    DtFomUpdateType_enum, const DtString&, DtOwnershipType_enum, const DtString&,
-                    void*) override {
-    return ++counts.attributes;
-  }
-  bool addInteractionClass(const char*, const char*, DtTransportType, DtOrderType,
-                           const char*) override {
-    return ++counts.interactionClasses;
-  }
-  bool addParameter(const char*, const char*) override { return ++counts.parameters; }
-  bool addDimension(const char*, unsigned long, unsigned long, unsigned long, bool,
-                    const DtString&) override {
-    return ++counts.dimensions;
-  }
-  bool addTransportation(DtTransportationType* r) override {
-    ++counts.transportations;
-    return keep(r);
-  }
-  bool addBasicDataRepresentation(DtBasicDataRepresentationType* r) override {
-    ++counts.basic;
-    return keep(r);
-  }
-  bool addSimpleDatatype(DtSimpleDatatypeType* r) override {
-    ++counts.simple;
-    return keep(r);
-  }
-  bool addEnumeratedDatatype(DtEnumeratedDatatypeType* r) override {
-    ++counts.enumerated;
-    counts.enumerators += static_cast<int>(r->enumerators.size());
-    return keep(r);
-  }
-  bool addArrayDatatype(DtArrayDatatypeType* r) override {
-    ++counts.array;
-    return keep(r);
-  }
-  bool addFixedRecordDatatype(DtFixedRecordDatatypeType* r) override {
-    ++counts.fixedRecord;
-    counts.fields += static_cast<int>(r->fields.size());
-    return keep(r);
-  }
-  bool addVariantRecordDatatype(DtVariantRecordDatatypeType* r) override {
-    ++counts.variantRecord;
-    counts.alternatives += static_cast<int>(r->alternatives.size());
-    return keep(r);
-  }
-  bool addNote(DtNotesType* r) override {
-    ++counts.notes;
-    return keep(r);
-  }
-
- private:
-  template <typename Record>
-  bool keep(Record* record) {
-    kept.emplace_back(record, [](void* p) { delete static_cast<Record*>(p); });
-    return true;
-  }
-  std::vector<std::unique_ptr<void, void (*)(void*)>> kept;
-};
 
 // The text without its comments.
 std::string withoutComments(const std::string& text) {

@@ -13,19 +13,13 @@
 #include <string>
 #include <vector>
 
+#include "support/settings_support.h"
+
 using namespace KORRti;
+using ktltest::parse;
+using ktltest::xmlOf;
 
 namespace {
-
-std::string xmlOf(DtEnvironment env) {
-  DtEnvXMLWriter writer("root");
-  DtString text;
-  EXPECT_TRUE(writer.writeString(env, text));
-  std::string xml = text.c_str();
-  xml = xml.substr(xml.find('\n') + 1);
-  while (!xml.empty() && xml.back() == '\n') xml.pop_back();
-  return xml;
-}
 
 // The top of a tree of groups with a changeOnce flag of its own, as the settings object has.
 class TopGroup : public DtVariableGroup {
@@ -36,17 +30,6 @@ class TopGroup : public DtVariableGroup {
  private:
   bool once_;
 };
-
-void parse(DtVariableGroup& group, std::initializer_list<std::string> args) {
-  DtCmdLine::CmdLine cmd("test", ' ', "1", false);
-  group.getCommandLineArg(cmd);
-  std::vector<std::string> words = {"program"};
-  words.insert(words.end(), args.begin(), args.end());
-  std::vector<char*> argv;
-  for (std::string& word : words) argv.push_back(&word[0]);
-  cmd.parse(static_cast<int>(argv.size()), argv.data(), false);
-  group.updateFromCommandLineArg();
-}
 
 // A file's tree with the objects of the groups top and net, and count's value 7 in net.
 DtEnvironment fileWithCount(const char* count) {

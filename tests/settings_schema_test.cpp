@@ -17,10 +17,13 @@
 #include <set>
 #include <string>
 
+#include "support/settings_support.h"
+
 using namespace KORRti;
 using ktltest::captureOutput;
 using ktltest::fileText;
 using ktltest::TempDir;
+using ktltest::xmlOf;
 
 namespace {
 
@@ -35,17 +38,6 @@ std::string schemaOf(const DtApplicationSettings& settings) {
   auto output = captureOutput([&] { settings.generateConfigFileSchema(file.c_str()); });
   EXPECT_EQ("", output.err);
   return fileText(file);
-}
-
-// The tree under env's root in the XML form, without the declaration and on one line.
-std::string xmlOf(DtEnvironment env) {
-  DtEnvXMLWriter writer("root");
-  DtString text;
-  EXPECT_TRUE(writer.writeString(env, text));
-  std::string xml = text.c_str();
-  xml = xml.substr(xml.find('\n') + 1);
-  while (!xml.empty() && xml.back() == '\n') xml.pop_back();
-  return xml;
 }
 
 // Saves settings with their schema into dir and has xmllint validate the file against it.

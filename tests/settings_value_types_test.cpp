@@ -12,7 +12,10 @@
 #include <string>
 #include <type_traits>
 
+#include "support/settings_support.h"
+
 using namespace KORRti;
+using ktltest::xmlOf;
 
 namespace {
 
@@ -27,17 +30,6 @@ std::string thrownMessage(const std::function<void()>& fn) {
     return std::string("<other kind> ") + e.message();
   }
   return "<no exception>";
-}
-
-// The tree under env's root in the XML form, without the declaration and on one line.
-std::string xmlOf(DtEnvironment env) {
-  DtEnvXMLWriter writer("root");
-  DtString text;
-  EXPECT_TRUE(writer.writeString(env, text));
-  std::string xml = text.c_str();
-  xml = xml.substr(xml.find('\n') + 1);
-  while (!xml.empty() && xml.back() == '\n') xml.pop_back();
-  return xml;
 }
 
 template <typename T>

@@ -15,34 +15,14 @@
 #include <string>
 #include <vector>
 
+#include "support/settings_support.h"
+
 using namespace KORRti;
 using ktltest::captureOutput;
+using ktltest::parse;
+using ktltest::xmlOf;
 
 namespace {
-
-// The tree under env's root in the XML form, without the declaration and on one line.
-std::string xmlOf(DtEnvironment env) {
-  DtEnvXMLWriter writer("root");
-  DtString text;
-  EXPECT_TRUE(writer.writeString(env, text));
-  std::string xml = text.c_str();
-  xml = xml.substr(xml.find('\n') + 1);
-  while (!xml.empty() && xml.back() == '\n') xml.pop_back();
-  return xml;
-}
-
-// Parses args (after a program name) into what the settings of group added, failing by an
-// exception rather than by the end of the process.
-void parse(DtVariableGroup& group, std::initializer_list<std::string> args) {
-  DtCmdLine::CmdLine cmd("test", ' ', "1", false);
-  group.getCommandLineArg(cmd);
-  std::vector<std::string> words = {"program"};
-  words.insert(words.end(), args.begin(), args.end());
-  std::vector<char*> argv;
-  for (std::string& word : words) argv.push_back(&word[0]);
-  cmd.parse(static_cast<int>(argv.size()), argv.data(), false);
-  group.updateFromCommandLineArg();
-}
 
 // A tree as a file for a group "net" holding the settings gives it.
 DtEnvironment netTree() {
