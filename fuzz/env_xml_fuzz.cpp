@@ -17,18 +17,12 @@
 #include <ktl/envXmlWriter.h>
 #include <ktl/environment.h>
 #include <util/dtException.h>
+#include "no_external_loads.h"
 
-namespace {
-
-xmlParserInputPtr refuseExternal(const char*, const char*, xmlParserCtxtPtr) {
-  return nullptr;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  xmlInitParser();
-  xmlSetExternalEntityLoader(&refuseExternal);
+  ktlfuzz::refuseExternalLoads();
   return 0;
 }
 

@@ -25,15 +25,12 @@
 #include <util/dtException.h>
 #include <util/notify.h>
 
+#include "no_external_loads.h"
 #include "support/scratch_file.h"
 
 namespace {
 
 using namespace KORRti;
-
-xmlParserInputPtr refuseExternal(const char*, const char*, xmlParserCtxtPtr) {
-  return nullptr;
-}
 
 // One setting of each type, in the groups outer and, inside it, inner.
 class EveryType : public DtApplicationSettings {
@@ -67,8 +64,7 @@ class EveryType : public DtApplicationSettings {
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  xmlInitParser();
-  xmlSetExternalEntityLoader(&refuseExternal);
+  ktlfuzz::refuseExternalLoads();
   return 0;
 }
 

@@ -16,10 +16,12 @@
 #include <sstream>
 #include <string>
 #include <vector>
+#include "support/thrown.h"
 
 using namespace KORRti;
 using ktltest::captureOutput;
 using ktltest::TempDir;
+using ktltest::thrownMessage;
 
 namespace {
 
@@ -48,19 +50,6 @@ DtEnvironment readText(const std::string& text, bool validate = false) {
   DtEnvXMLReader reader(validate);
   EXPECT_TRUE(reader.readMemory(env, text.data(), static_cast<int>(text.size())));
   return env;
-}
-
-// The message of the exception of type E that fn throws, or a text saying what happened.
-template <class E>
-std::string thrownMessage(const std::function<void()>& fn) {
-  try {
-    fn();
-  } catch (const E& e) {
-    return e.message();
-  } catch (const DtException& e) {
-    return std::string("<other DtException> ") + e.message();
-  }
-  return "<no exception>";
 }
 
 // Reads text with a reader that may validate, expecting E; standard error must stay silent.

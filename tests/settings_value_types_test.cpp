@@ -13,25 +13,15 @@
 #include <type_traits>
 
 #include "support/settings_support.h"
+#include "support/thrown.h"
 
 using namespace KORRti;
+using ktltest::thrownMessage;
 using ktltest::xmlOf;
 
 namespace {
 
 // The message of the exception of kind E that fn throws, or what went otherwise.
-template <typename E>
-std::string thrownMessage(const std::function<void()>& fn) {
-  try {
-    fn();
-  } catch (const E& e) {
-    return e.message();
-  } catch (const DtException& e) {
-    return std::string("<other kind> ") + e.message();
-  }
-  return "<no exception>";
-}
-
 template <typename T>
 void expectNames(const char* native, const char* arg, const char* xs) {
   EXPECT_EQ(native, DtVarType<T>::nativeNameOfType()) << native;
