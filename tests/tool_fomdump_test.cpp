@@ -466,10 +466,13 @@ TEST(ToolFomdump, CommandLineErrors) {
   EXPECT_EQ(outcome.status, 64);
   EXPECT_EQ(outcome.err,
             "fomdump: Required argument missing: file\n"
-            "Usage: fomdump [-v] [--json] [--strict] [--validate] FILE (see fomdump --help)\n");
+            "Usage: fomdump [-v] [--json] [--strict] [--validate] [--check] [--no-mim] [--mim "
+            "FILE] FILE... (see fomdump --help)\n");
   outcome = fomdump({"--bogus", theExample});
   EXPECT_EQ(outcome.status, 64);
-  EXPECT_EQ(outcome.err.find("fomdump: "), 0u);
+  EXPECT_EQ(outcome.err.find("fomdump: Couldn't find match for argument"), 0u) << outcome.err;
+  outcome = fomdump({theExample, "--mim"});
+  EXPECT_EQ(outcome.status, 64);
   outcome = fomdump({"--help"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_NE(outcome.out.find("--json"), std::string::npos);
@@ -624,6 +627,132 @@ TEST(ToolFomdump, ValidateChecksTheSchemaA2010DocumentNames) {
   ktltest::Outcome outcome = fomdump({"--validate", path});
   EXPECT_EQ(outcome.status, 2);
   EXPECT_NE(outcome.err.find("Could not open schema file "), std::string::npos) << outcome.err;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Several files: a federation
+
+const std::string theRprModules =
+    std::string(KTL_TEST_DATA_DIR) + "/fom/ieee1516-2010/rpr-fom-v2.0";
+const std::string theNetn3Modules =
+    std::string(KTL_TEST_DATA_DIR) + "/fom/ieee1516-2010/netn-fom-v3.0";
+
+// The RPR FOM 2.0 modules in reverse name order.
+std::vector<std::string> rprModules() {
+  std::vector<std::string> files;
+  for (const char* name :
+       {"RPR-Warfare_v2.0.xml", "RPR-UA_v2.0.xml", "RPR-Switches_v2.0.xml", "RPR-SIMAN_v2.0.xml",
+        "RPR-SE_v2.0.xml", "RPR-Physical_v2.0.xml", "RPR-Minefield_v2.0.xml",
+        "RPR-Logistics_v2.0.xml", "RPR-Foundation_v2.0.xml", "RPR-Enumerations_v2.0.xml",
+        "RPR-DER_v2.0.xml", "RPR-Communication_v2.0.xml", "RPR-Base_v2.0.xml",
+        "RPR-Aggregate_v2.0.xml"}) {
+    files.push_back(theRprModules + "/" + name);
+  }
+  return files;
+}
+
+TEST(ToolFomdump, SeveralModulesLoadAsAFederationOnTheLibrarysMim) {
+  ktltest::Outcome outcome = fomdump(rprModules());
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_EQ(outcome.out.find("Modules: 15\n  module HLAstandardMIM.xml  format HLA Evolved  (the "
+                             "library's copy)  model Standard MOM and Initialization Module (MIM) "
+                             "for HLA IEEE 1516-2010\n"),
+            0u)
+      << outcome.out;
+  // The order: the MIM, then every module after what it depends on.
+  for (const std::string& line :
+       {std::string("Order: 15\n  1 HLAstandardMIM.xml\n  2 ") + theRprModules +
+            "/RPR-Foundation_v2.0.xml\n",
+        "  15 " + theRprModules + "/RPR-Minefield_v2.0.xml\nReferences: 14\n",
+        "  " + theRprModules +
+            "/RPR-Physical_v2.0.xml: \"Real-time Platform Reference Base FOM Module\" -> " +
+            theRprModules + "/RPR-Base_v2.0.xml (by model name after its \" - \" prefix)\n",
+        "  " + theRprModules +
+            "/RPR-Foundation_v2.0.xml: \"MIM\" -> HLAstandardMIM.xml (by "
+            "standard MIM)\n"}) {
+    EXPECT_NE(outcome.out.find(line), std::string::npos) << line;
+  }
+  // --check agrees.
+  std::vector<std::string> checked = rprModules();
+  checked.insert(checked.begin(), "--check");
+  EXPECT_EQ(fomdump(checked).status, 0);
+}
+
+TEST(ToolFomdump, ADependencyThatNamesNoLoadedModuleFailsTheCheck) {
+  const std::string com = theNetn3Modules + "/NETN-COM.xml";
+  ktltest::Outcome outcome = fomdump({"--check", com});
+  EXPECT_EQ(outcome.status, 4);
+  EXPECT_EQ(outcome.err, com + ": dependency \"NETN-BASE\" names no loaded module\n");
+  EXPECT_NE(outcome.out.find("  " + com + ": \"NETN-BASE\" names no loaded module\n"),
+            std::string::npos);
+  // Without --check it is reported and the federation still loads.
+  ktltest::Outcome plain = fomdump({com, theNetn3Modules + "/NETN-ETR.xml"});
+  EXPECT_EQ(plain.status, 0);
+  EXPECT_EQ(plain.err, com + ": dependency \"NETN-BASE\" names no loaded module\n" +
+                           theNetn3Modules +
+                           "/NETN-ETR.xml: dependency \"NETN-BASE\" names no loaded module\n");
+  // With -v the sorter's own report follows.
+  ktltest::Outcome verbose = fomdump({"-v", "--check", com});
+  EXPECT_NE(verbose.out.find("Unknown dependency NETN-BASE referenced in FOM file " + com +
+                             "\nFOM sorting may be affected.\n"),
+            std::string::npos)
+      << verbose.out;
+}
+
+TEST(ToolFomdump, NoMimAndAnotherMim) {
+  const std::string foundation = theRprModules + "/RPR-Foundation_v2.0.xml";
+  ktltest::Outcome without = fomdump({"--no-mim", "--check", foundation});
+  EXPECT_EQ(without.status, 4);
+  EXPECT_EQ(without.err, foundation + ": dependency \"MIM\" names no loaded module\n");
+  EXPECT_EQ(without.out.find("Modules: 1\n"), 0u);
+  const std::string mim = std::string(KTL_SOURCE_DIR) + "/data/mim/HLAstandardMIM.xml";
+  ktltest::Outcome other = fomdump({"--mim", mim, "--check", foundation});
+  EXPECT_EQ(other.status, 0) << other.err;
+  EXPECT_EQ(other.out.find("Modules: 2\n  module " + mim + "  format HLA Evolved  model "), 0u)
+      << other.out;
+  EXPECT_NE(other.out.find("\"MIM\" -> " + mim + " (by standard MIM)"), std::string::npos);
+  ktltest::Outcome missing = fomdump({"--mim", "/no/such/mim.xml", foundation});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_EQ(missing.err, "fomdump: cannot open FOM file: /no/such/mim.xml\n");
+}
+
+TEST(ToolFomdump, AFederationAsJson) {
+  std::vector<std::string> args = rprModules();
+  args.insert(args.begin(), "--json");
+  ktltest::Outcome outcome = fomdump(args);
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(JsonChecker(outcome.out).valid()) << outcome.out;
+  EXPECT_EQ(
+      outcome.out.find("{\n  \"modules\": [\n    {\"file\": \"HLAstandardMIM.xml\", \"name\": "
+                       "\"Standard MOM and Initialization Module (MIM) for HLA IEEE "
+                       "1516-2010\", \"format\": \"HLA Evolved\", \"dependencies\": [], "
+                       "\"order\": 1}"),
+      0u)
+      << outcome.out;
+  EXPECT_NE(outcome.out.find("{\"module\": \"" + theRprModules +
+                             "/RPR-Foundation_v2.0.xml\", \"reference\": \"MIM\", \"resolvedTo\": "
+                             "\"HLAstandardMIM.xml\", \"rule\": \"standard MIM\", \"ambiguous\": "
+                             "false}"),
+            std::string::npos);
+}
+
+TEST(ToolFomdump, AModuleThatFailsNamesItsFileAndLine) {
+  const std::string broken = ktltest::writeTempFile(
+      "<?xml version=\"1.0\"?>\n"
+      "<objectModel xmlns=\"http://standards.ieee.org/IEEE1516-2010\">\n"
+      "<modelIdentification><name>Broken</name></modelIdentification>\n"
+      "<dataTypes>\n"
+      "<bogusDataTypes/>\n"
+      "</dataTypes>\n"
+      "</objectModel>\n",
+      ".xml");
+  const std::string foundation = theRprModules + "/RPR-Foundation_v2.0.xml";
+  ktltest::Outcome outcome = fomdump({"--strict", "--check", foundation, broken});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err, broken +
+                             ":5: Unexpected tag in dataTypes tree for FDD file.\n\tDataType Tag = "
+                             "bogusDataTypes * at XML Node bogusDataTypes near line 5\n");
 }
 
 }  // namespace
