@@ -683,15 +683,20 @@ TEST(ToolFomdump, ADependencyThatNamesNoLoadedModuleFailsTheCheck) {
   const std::string com = theNetn3Modules + "/NETN-COM.xml";
   ktltest::Outcome outcome = fomdump({"--check", com});
   EXPECT_EQ(outcome.status, 4);
-  EXPECT_EQ(outcome.err, com + ": dependency \"NETN-BASE\" names no loaded module\n");
+  // The dependency first, then the data types that the missing module would have declared.
+  EXPECT_EQ(outcome.err.find(com + ": dependency \"NETN-BASE\" names no loaded module\n"), 0u);
+  EXPECT_NE(outcome.err.find(com + ": data type Text64, named by array data type "
+                                   "CommunicationNetworkArray, is declared in no module\n"),
+            std::string::npos);
   EXPECT_NE(outcome.out.find("  " + com + ": \"NETN-BASE\" names no loaded module\n"),
             std::string::npos);
   // Without --check it is reported and the federation still loads.
   ktltest::Outcome plain = fomdump({com, theNetn3Modules + "/NETN-ETR.xml"});
   EXPECT_EQ(plain.status, 0);
-  EXPECT_EQ(plain.err, com + ": dependency \"NETN-BASE\" names no loaded module\n" +
-                           theNetn3Modules +
-                           "/NETN-ETR.xml: dependency \"NETN-BASE\" names no loaded module\n");
+  EXPECT_EQ(
+      plain.err.find(com + ": dependency \"NETN-BASE\" names no loaded module\n" + theNetn3Modules +
+                     "/NETN-ETR.xml: dependency \"NETN-BASE\" names no loaded module\n"),
+      0u);
   // With -v the sorter's own report follows.
   ktltest::Outcome verbose = fomdump({"-v", "--check", com});
   EXPECT_NE(verbose.out.find("Unknown dependency NETN-BASE referenced in FOM file " + com +
@@ -704,7 +709,13 @@ TEST(ToolFomdump, NoMimAndAnotherMim) {
   const std::string foundation = theRprModules + "/RPR-Foundation_v2.0.xml";
   ktltest::Outcome without = fomdump({"--no-mim", "--check", foundation});
   EXPECT_EQ(without.status, 4);
-  EXPECT_EQ(without.err, foundation + ": dependency \"MIM\" names no loaded module\n");
+  // Without the MIM, its basic types are missing too.
+  EXPECT_EQ(without.err, foundation + ": dependency \"MIM\" names no loaded module\n" + foundation +
+                             ": data type HLAASCIIchar, named by array data type RTIobjectId, is "
+                             "declared in no module\n" +
+                             foundation +
+                             ": data type HLAoctet, named by enumerated data type RPRboolean, is "
+                             "declared in no module\n");
   EXPECT_EQ(without.out.find("Modules: 1\n"), 0u);
   const std::string mim = std::string(KTL_SOURCE_DIR) + "/data/mim/HLAstandardMIM.xml";
   ktltest::Outcome other = fomdump({"--mim", mim, "--check", foundation});
@@ -723,18 +734,46 @@ TEST(ToolFomdump, AFederationAsJson) {
   ktltest::Outcome outcome = fomdump(args);
   EXPECT_EQ(outcome.status, 0);
   EXPECT_TRUE(JsonChecker(outcome.out).valid()) << outcome.out;
-  EXPECT_EQ(
-      outcome.out.find("{\n  \"modules\": [\n    {\"file\": \"HLAstandardMIM.xml\", \"name\": "
-                       "\"Standard MOM and Initialization Module (MIM) for HLA IEEE "
-                       "1516-2010\", \"format\": \"HLA Evolved\", \"dependencies\": [], "
-                       "\"order\": 1}"),
-      0u)
-      << outcome.out;
+  // The merged model, with the federation's modules, references, conflicts and unresolved
+  // names after it.
+  EXPECT_EQ(outcome.out.find("{\n  \"file\": \"federation of 15 modules\",\n  \"format\": \"HLA "
+                             "Evolved\",\n  \"modelName\": \"\",\n  \"dependencies\": [],\n"),
+            0u)
+      << outcome.out.substr(0, 300);
+  EXPECT_NE(outcome.out.find("\n  \"modules\": [\n    {\"file\": \"HLAstandardMIM.xml\", \"name\": "
+                             "\"Standard MOM and Initialization Module (MIM) for HLA IEEE "
+                             "1516-2010\", \"format\": \"HLA Evolved\", \"dependencies\": [], "
+                             "\"order\": 1}"),
+            std::string::npos);
+  EXPECT_NE(outcome.out.find("\n  ],\n  \"conflicts\": [],\n  \"unresolved\": []\n}\n"),
+            std::string::npos);
   EXPECT_NE(outcome.out.find("{\"module\": \"" + theRprModules +
                              "/RPR-Foundation_v2.0.xml\", \"reference\": \"MIM\", \"resolvedTo\": "
                              "\"HLAstandardMIM.xml\", \"rule\": \"standard MIM\", \"ambiguous\": "
                              "false}"),
             std::string::npos);
+}
+
+TEST(ToolFomdump, AConflictNamesBothFilesAndFailsTheCheck) {
+  const std::string dir = std::string(KTL_TEST_DATA_DIR) + "/fom/ieee1516-2010/openrti-modules/";
+  const std::string first = dir + "ObjectClass1-1.xml";
+  const std::string second = dir + "ObjectClass1-2.xml";
+  ktltest::Outcome outcome = fomdump({"--check", first, second});
+  EXPECT_EQ(outcome.status, 4);
+  EXPECT_EQ(outcome.err, second +
+                             ": object class HLAobjectRoot.ObjectClass1 is declared again with "
+                             "other attributes; first declared in " +
+                             first + "\n");
+  // The merged model keeps the first declaration; the summary closes the output.
+  const std::string summary =
+      "Summary: 3 modules, 5 object classes, 46 attributes, 85 interaction classes, 101 "
+      "parameters, 53 data types, 1 conflicts, 0 unresolved references\n";
+  ASSERT_GE(outcome.out.size(), summary.size());
+  EXPECT_EQ(outcome.out.substr(outcome.out.size() - summary.size()), summary);
+  EXPECT_NE(outcome.out.find("FOM file: federation of 3 modules\nFormat: HLA Evolved\n"),
+            std::string::npos);
+  // With its base, each merges cleanly: the base declares the class with no attributes.
+  EXPECT_EQ(fomdump({"--check", dir + "ObjectClass1.xml", second}).status, 0);
 }
 
 TEST(ToolFomdump, AModuleThatFailsNamesItsFileAndLine) {

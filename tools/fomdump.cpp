@@ -24,18 +24,22 @@
 #include <util/notify.h>
 
 #include "fomdump/federation.h"
+#include "fomdump/merge.h"
 #include "fomdump/model.h"
 #include "fomdump/print.h"
 
 namespace {
 
 using namespace KORRti;
+using fomdump::Conflict;
 using fomdump::Federation;
+using fomdump::MergedModel;
 using fomdump::ModelRecorder;
 using fomdump::Module;
 using fomdump::printJson;
 using fomdump::printText;
 using fomdump::Resolution;
+using fomdump::Unresolved;
 
 const char kDescription[] =
     "Reads a federation object model file and prints the routing spaces, the object classes "
@@ -49,8 +53,9 @@ const char kDescription[] =
     "the standard MIM. A file that is wrong still has what was read before the fault printed; "
     "a file that reads may leave a warning, printed on standard error. "
     "Several files, or --check, --no-mim or --mim, load the files as one federation on top of "
-    "the standard MIM of its edition, with every dependency resolved to a loaded module and the "
-    "modules in dependency order. "
+    "the standard MIM of its edition, with every dependency resolved to a loaded module, the "
+    "modules in dependency order, merged into one model with every conflict and unresolved data "
+    "type reported. "
     "Exit status: 0 read, 1 no such file, 2 a file is wrong, 4 a check failed, 64 a wrong "
     "command line.";
 
@@ -95,7 +100,45 @@ std::string describe(const Federation& federation, const Resolution& resolution)
   return text + " names no loaded module";
 }
 
-void printFederationText(const Federation& federation, bool verbose) {
+// The format the merged model is printed in: the edition of the federation's standard MIM, or
+// the first module's format for HLA 1.3 and IEEE 1516-2000 federations.
+DtFomType federationFormat(const Federation& federation) {
+  DtFomType edition = fomdump::mimEdition(federation.modules);
+  if (edition != DtFomTypeUnknown || federation.modules.empty()) return edition;
+  return federation.modules.front().type;
+}
+
+std::string conflictText(const Conflict& conflict) {
+  return conflict.message + "; first declared in " + conflict.first;
+}
+
+std::string unresolvedText(const Unresolved& unresolved) {
+  return "data type " + unresolved.name + ", named by " + unresolved.namedBy +
+         ", is declared in no module";
+}
+
+int unresolvedDependencies(const Federation& federation) {
+  int count = 0;
+  for (const Resolution& resolution : federation.resolutions) count += resolution.resolved ? 0 : 1;
+  return count;
+}
+
+std::string summary(const Federation& federation, const MergedModel& merged) {
+  const ModelRecorder& model = merged.model;
+  size_t attributes = 0;
+  for (const auto& item : model.objects) attributes += item.attributes.size();
+  size_t parameters = 0;
+  for (const auto& item : model.interactions) parameters += item.parameters.size();
+  return "Summary: " + std::to_string(federation.modules.size()) + " modules, " +
+         std::to_string(model.objects.size()) + " object classes, " + std::to_string(attributes) +
+         " attributes, " + std::to_string(model.interactions.size()) + " interaction classes, " +
+         std::to_string(parameters) + " parameters, " + std::to_string(model.dataTypes.size()) +
+         " data types, " + std::to_string(merged.conflicts.size()) + " conflicts, " +
+         std::to_string(merged.unresolved.size() + unresolvedDependencies(federation)) +
+         " unresolved references\n";
+}
+
+void printFederationText(const Federation& federation, const MergedModel& merged, bool verbose) {
   const std::vector<Module>& modules = federation.modules;
   std::printf("Modules: %zu\n", modules.size());
   for (const Module& module : modules) {
@@ -118,11 +161,19 @@ void printFederationText(const Federation& federation, bool verbose) {
   if (verbose) {
     for (const std::string& line : federation.sorterLines) std::printf("%s\n", line.c_str());
   }
+  std::fflush(stdout);
+  printText("federation of " + std::to_string(modules.size()) + " modules",
+            federationFormat(federation), merged.model);
+  std::fputs(summary(federation, merged).c_str(), stdout);
 }
 
-void printFederationJson(const Federation& federation) {
+void printFederationJson(const Federation& federation, const MergedModel& merged) {
   const std::vector<Module>& modules = federation.modules;
-  std::string out = "{\n  \"modules\": [";
+  std::string out =
+      fomdump::modelJson("federation of " + std::to_string(modules.size()) + " modules",
+                         federationFormat(federation), merged.model);
+  out.erase(out.size() - 3);  // the closing "\n}\n"
+  out += ",\n  \"modules\": [";
   for (size_t i = 0; i < modules.size(); ++i) {
     const Module& module = modules[i];
     int position = 0;
@@ -148,6 +199,22 @@ void printFederationJson(const Federation& federation) {
            ", \"ambiguous\": " + (resolution.ambiguous ? "true" : "false") + "}";
   }
   out += federation.resolutions.empty() ? "]" : "\n  ]";
+  out += ",\n  \"conflicts\": [";
+  for (size_t i = 0; i < merged.conflicts.size(); ++i) {
+    const Conflict& conflict = merged.conflicts[i];
+    out += std::string(i ? ",\n" : "\n") + "    {\"first\": " + fomdump::json(conflict.first) +
+           ", \"second\": " + fomdump::json(conflict.second) +
+           ", \"message\": " + fomdump::json(conflict.message) + "}";
+  }
+  out += merged.conflicts.empty() ? "]" : "\n  ]";
+  out += ",\n  \"unresolved\": [";
+  for (size_t i = 0; i < merged.unresolved.size(); ++i) {
+    const Unresolved& unresolved = merged.unresolved[i];
+    out += std::string(i ? ",\n" : "\n") + "    {\"file\": " + fomdump::json(unresolved.file) +
+           ", \"dataType\": " + fomdump::json(unresolved.name) +
+           ", \"namedBy\": " + fomdump::json(unresolved.namedBy) + "}";
+  }
+  out += merged.unresolved.empty() ? "]" : "\n  ]";
   out += "\n}\n";
   std::fputs(out.c_str(), stdout);
 }
@@ -229,11 +296,13 @@ int dumpFederation(const Options& options) {
     }
   }
   federation.arrange();
+  MergedModel merged;
+  fomdump::merge(federation, merged);
 
   if (options.asJson) {
-    printFederationJson(federation);
+    printFederationJson(federation, merged);
   } else {
-    printFederationText(federation, options.verbose);
+    printFederationText(federation, merged, options.verbose);
   }
   // One message per line, "FILE:LINE: message" where the line is known.
   bool faults = false;
@@ -254,6 +323,16 @@ int dumpFederation(const Options& options) {
     std::fprintf(stderr, "%sdependency %s\n",
                  where(federation.modules[resolution.module].file, 0).c_str(),
                  describe(federation, resolution).c_str());
+  }
+  for (const Conflict& conflict : merged.conflicts) {
+    faults = true;
+    std::fprintf(stderr, "%s%s\n", where(conflict.second, 0).c_str(),
+                 conflictText(conflict).c_str());
+  }
+  for (const Unresolved& unresolved : merged.unresolved) {
+    faults = true;
+    std::fprintf(stderr, "%s%s\n", where(unresolved.file, 0).c_str(),
+                 unresolvedText(unresolved).c_str());
   }
   if (options.check && faults && status == kExitRead) status = kExitCheckFailed;
   return status;
@@ -278,8 +357,9 @@ int run(int argc, char** argv) {
         "files are read",
         cmd, false);
     TCLAP::SwitchArg checkArg("c", "check",
-                              "Load the files as a federation and exit 4 unless every file "
-                              "reads and every dependency names a loaded module",
+                              "Load the files as a federation and exit 4 unless every "
+                              "dependency names a loaded module and the merge finds no conflict "
+                              "and no unresolved data type",
                               cmd, false);
     TCLAP::SwitchArg noMimArg(
         "", "no-mim", "Load the files as a federation without the standard MIM", cmd, false);

@@ -3,11 +3,17 @@
 #include <strings.h>
 
 #include <cctype>
+#include <cstdio>
 #include <map>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include <libxml/parser.h>
+#include <libxml/tree.h>
+#include <libxml/xpath.h>
+
+#include <ktl/envXmlReader.h>
 #include <ktl/fedReader1516e.h>
 #include <ktl/fedReaderFactory.h>
 #include <ktl/fomSorter.h>
@@ -67,6 +73,30 @@ const std::vector<std::string>& Module::references() const {
 
 namespace {
 
+// The names of the reference data types a 1516-2025 document declares, from its bytes.
+std::vector<std::string> referenceDataTypeNames(const char* bytes, size_t size) {
+  std::vector<std::string> names;
+  detail::XmlPtr<xmlDoc> doc(
+      xmlReadMemory(bytes, static_cast<int>(size), nullptr, nullptr, XML_PARSE_NONET));
+  if (!doc) return names;
+  std::unique_ptr<xmlXPathContext, void (*)(xmlXPathContext*)> context(
+      xmlXPathNewContext(doc.get()), xmlXPathFreeContext);
+  if (!context) return names;
+  std::unique_ptr<xmlXPathObject, void (*)(xmlXPathObject*)> found(
+      xmlXPathEvalExpression(BAD_CAST "/*/*[local-name()='dataTypes']/"
+                                      "*[local-name()='referenceDataTypes']/*/"
+                                      "*[local-name()='name']",
+                             context.get()),
+      xmlXPathFreeObject);
+  if (!found || !found->nodesetval) return names;
+  for (int i = 0; i < found->nodesetval->nodeNr; ++i) {
+    detail::XmlPtr<char> text(
+        reinterpret_cast<char*>(xmlNodeGetContent(found->nodesetval->nodeTab[i])));
+    if (text) names.push_back(text.get());
+  }
+  return names;
+}
+
 // Reads into a new module through reader, told the edition first when it is known.
 Module readWith(const std::string& file, DtFomType type, bool strict, bool validate) {
   Module module;
@@ -84,6 +114,21 @@ Module readWith(const std::string& file, DtFomType type, bool strict, bool valid
   unsigned int mask = strict ? DtStrictUnexpectedContent : 0;
   module.result = reader->readFed(file.c_str(), module.model.get(), mask, validate, false);
   module.error = reader->lastError().c_str();
+  if (type == DtFomType2025 && module.result == DtFedOk) {
+    std::vector<char> bytes;
+    if (FILE* in = DtFedReader::openFedFile(file.c_str(), true)) {
+      char block[65536];
+      size_t count;
+      while ((count = std::fread(block, 1, sizeof block, in)) > 0) {
+        bytes.insert(bytes.end(), block, block + count);
+      }
+      std::fclose(in);
+      module.referenceDataTypes = referenceDataTypeNames(bytes.data(), bytes.size());
+    } else {
+      module.referenceDataTypes = referenceDataTypeNames(
+          reinterpret_cast<const char*>(theHLA4StandardMIM_xml), theHLA4StandardMIM_xml_len);
+    }
+  }
   return module;
 }
 

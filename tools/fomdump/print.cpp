@@ -460,7 +460,7 @@ void printXmlJson(std::ostringstream& out, DtFomType type, const ModelRecorder& 
 
 }  // namespace
 
-void printJson(const std::string& fileName, DtFomType type, const ModelRecorder& model) {
+std::string modelJson(const std::string& fileName, DtFomType type, const ModelRecorder& model) {
   const bool xml = type != DtFomType13;
   std::ostringstream out;
   out << "{\n  \"file\": " << json(fileName) << ",\n  \"format\": " << json(DtFomTypeName(type));
@@ -513,7 +513,11 @@ void printJson(const std::string& fileName, DtFomType type, const ModelRecorder&
   out << (model.interactions.empty() ? "]" : "\n  ]");
   if (xml) printXmlJson(out, type, model);
   out << "\n}\n";
-  std::fputs(out.str().c_str(), stdout);
+  return out.str();
+}
+
+void printJson(const std::string& fileName, DtFomType type, const ModelRecorder& model) {
+  std::fputs(modelJson(fileName, type, model).c_str(), stdout);
 }
 
 }  // namespace fomdump

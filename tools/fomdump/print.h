@@ -19,6 +19,9 @@ std::string jsonOrNull(const std::string& text);
 std::string jsonList(const std::vector<std::string>& names);
 
 void printText(const std::string& fileName, KORRti::DtFomType type, const ModelRecorder& model);
+// The JSON object of a model, one key a line, ending in "\n}\n".
+std::string modelJson(const std::string& fileName, KORRti::DtFomType type,
+                      const ModelRecorder& model);
 void printJson(const std::string& fileName, KORRti::DtFomType type, const ModelRecorder& model);
 
 }  // namespace fomdump

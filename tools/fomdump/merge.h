@@ -1,0 +1,44 @@
+#ifndef TOOLS_FOMDUMP_MERGE_H
+#define TOOLS_FOMDUMP_MERGE_H
+
+// fomdump's merge of a federation's modules into one model, as an RTI merges them when it
+// creates a federation: what two modules declare alike is one item; a class declared only to
+// place subclasses under it (no attributes or parameters of its own) merges with any other
+// declaration of it; an IEEE 1516-2025 module may extend what an earlier module declared (add
+// attributes, parameters, dimensions, enumerators and alternatives, where a member both declare
+// agrees); anything else declared again with other contents is a conflict. Data types that a
+// type, record, time or tag names and no module declares are unresolved.
+#include <string>
+#include <vector>
+
+#include "fomdump/federation.h"
+#include "fomdump/model.h"
+
+namespace fomdump {
+
+// Two modules that declare one item differently.
+struct Conflict {
+  std::string first;   // the file that declared it first
+  std::string second;  // the file that declares it again
+  std::string message;
+};
+
+// A data type named and declared nowhere, with the first module that names it.
+struct Unresolved {
+  std::string file;
+  std::string name;
+  std::string namedBy;  // what names it: "array X", "field f of record R", ...
+};
+
+struct MergedModel {
+  ModelRecorder model;
+  std::vector<Conflict> conflicts;
+  std::vector<Unresolved> unresolved;
+};
+
+// Merges the federation's modules that read, in its load order.
+void merge(const Federation& federation, MergedModel& merged);
+
+}  // namespace fomdump
+
+#endif
