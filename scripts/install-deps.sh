@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build, the tests and the benchmarks need (libxml2-utils
-# brings xmllint, which the settings' tests validate saved files with).
+# brings xmllint, which the settings' tests validate saved files with; graphviz brings dot, which
+# the fomdump tests draw its graphs with).
 # Run as root on a fresh Debian machine; a second run is quick.
 set -euo pipefail
 packages=(cmake g++ make ninja-build pkg-config git libxml2-dev libxml2-utils libtclap-dev libgtest-dev
-  libgmock-dev libbenchmark-dev clang-format clang-tidy)
+  libgmock-dev libbenchmark-dev clang-format clang-tidy graphviz)
 if [ "${1:-}" = "--fuzz" ]; then
   packages+=(clang libclang-rt-dev)
 fi

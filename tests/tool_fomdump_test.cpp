@@ -468,7 +468,7 @@ TEST(ToolFomdump, CommandLineErrors) {
   EXPECT_EQ(outcome.err,
             "fomdump: Required argument missing: file\n"
             "Usage: fomdump [-v] [--json] [--strict] [--validate] [--check] [--no-mim] [--mim "
-            "FILE] FILE... (see fomdump --help)\n");
+            "FILE] [--graph modules|classes] FILE... (see fomdump --help)\n");
   outcome = fomdump({"--bogus", theExample});
   EXPECT_EQ(outcome.status, 64);
   EXPECT_EQ(outcome.err.find("fomdump: Couldn't find match for argument"), 0u) << outcome.err;
@@ -813,6 +813,40 @@ TEST(ToolFomdump, EveryCorpusFileAloneAndCheckedExitsAsDocumented) {
         << path << ": " << checked.status;
   }
   EXPECT_GT(files, 220);
+}
+
+TEST(ToolFomdump, GraphsAreDotThatGraphvizDraws) {
+  std::vector<std::string> args = rprModules();
+  args.insert(args.begin(), {"--graph", "modules"});
+  ktltest::Outcome modules = fomdump(args);
+  EXPECT_EQ(modules.status, 0) << modules.err;
+  EXPECT_EQ(modules.out.find("digraph modules {\n"), 0u);
+  EXPECT_NE(modules.out.find("  \"" + theRprModules + "/RPR-Physical_v2.0.xml\" -> \"" +
+                             theRprModules + "/RPR-Base_v2.0.xml\";\n"),
+            std::string::npos)
+      << modules.out;
+  args[1] = "classes";
+  ktltest::Outcome classes = fomdump(args);
+  EXPECT_EQ(classes.status, 0);
+  // Each class labelled with its short name and its module.
+  EXPECT_NE(classes.out.find("  \"object:HLAobjectRoot.BaseEntity.PhysicalEntity\" [shape=box, "
+                             "label=\"PhysicalEntity\\nRPR-Physical_v2.0.xml\"];\n"),
+            std::string::npos)
+      << classes.out.substr(0, 2000);
+  ktltest::TempDir dir;
+  for (const ktltest::Outcome* graph : {&modules, &classes}) {
+    const std::string dot = dir.write("graph.dot", graph->out);
+    ktltest::Outcome drawn =
+        ktltest::runProgram("/usr/bin/dot", {"-Tsvg", "-o", dir.file("graph.svg"), dot});
+    EXPECT_EQ(drawn.status, 0) << drawn.err;
+    EXPECT_EQ(drawn.err, "");
+  }
+  // A missing dependency stands apart, dashed.
+  ktltest::Outcome partial = fomdump({"--graph", "modules", theNetn3Modules + "/NETN-COM.xml"});
+  EXPECT_NE(partial.out.find("  \"missing: NETN-BASE\" [style=dashed, label=\"NETN-BASE\"];\n"),
+            std::string::npos)
+      << partial.out;
+  EXPECT_EQ(fomdump({"--graph", "pictures", theExample}).status, 64);
 }
 
 }  // namespace

@@ -24,6 +24,7 @@
 #include <util/notify.h>
 
 #include "fomdump/federation.h"
+#include "fomdump/graph.h"
 #include "fomdump/merge.h"
 #include "fomdump/model.h"
 #include "fomdump/print.h"
@@ -228,8 +229,11 @@ struct Options {
   bool check = false;
   bool noMim = false;
   std::string mim;
+  std::string graph;  // "modules", "classes", or empty for the model
   // One file and nothing that asks for a federation: that file's model alone.
-  bool singleModule() const { return files.size() == 1 && !check && !noMim && mim.empty(); }
+  bool singleModule() const {
+    return files.size() == 1 && !check && !noMim && mim.empty() && graph.empty();
+  }
 };
 
 // One module's model, as the reader delivered it.
@@ -299,7 +303,11 @@ int dumpFederation(const Options& options) {
   MergedModel merged;
   fomdump::merge(federation, merged);
 
-  if (options.asJson) {
+  if (options.graph == "modules") {
+    std::fputs(fomdump::moduleGraph(federation).c_str(), stdout);
+  } else if (options.graph == "classes") {
+    std::fputs(fomdump::classGraph(merged).c_str(), stdout);
+  } else if (options.asJson) {
     printFederationJson(federation, merged);
   } else {
     printFederationText(federation, merged, options.verbose);
@@ -366,6 +374,14 @@ int run(int argc, char** argv) {
     TCLAP::ValueArg<std::string> mimArg(
         "", "mim", "Load the files as a federation on top of this standard MIM", false, "", "file",
         cmd);
+    std::vector<std::string> graphs = {"modules", "classes"};
+    TCLAP::ValuesConstraint<std::string> graphNames(graphs);
+    TCLAP::ValueArg<std::string> graphArg(
+        "g", "graph",
+        "Load the files as a federation and write, instead of the model, the module dependency "
+        "graph (modules) or the merged class hierarchy with each class's module (classes) as "
+        "Graphviz DOT",
+        false, "", &graphNames, cmd);
     TCLAP::UnlabeledMultiArg<std::string> fileArg(
         "file",
         "The FOM files to read: one is printed as its reader delivers it, several are loaded "
@@ -381,6 +397,7 @@ int run(int argc, char** argv) {
     options.check = checkArg.getValue();
     options.noMim = noMimArg.getValue();
     options.mim = mimArg.getValue();
+    options.graph = graphArg.getValue();
     // The file list takes every word that no option claims, an unknown option too.
     for (const std::string& file : options.files) {
       if (file.size() > 1 && file[0] == '-') {
@@ -392,7 +409,8 @@ int run(int argc, char** argv) {
   } catch (TCLAP::ArgException& e) {
     std::fprintf(stderr,
                  "fomdump: %s\nUsage: fomdump [-v] [--json] [--strict] [--validate] [--check] "
-                 "[--no-mim] [--mim FILE] FILE... (see fomdump --help)\n",
+                 "[--no-mim] [--mim FILE] [--graph modules|classes] FILE... (see fomdump "
+                 "--help)\n",
                  e.error().c_str());
     return kExitUsage;
   }

@@ -128,6 +128,10 @@ class Merger {
       }
     }
     findUnresolved();
+    for (const auto& item : objects_) merged_.objectModules[item.first] = item.second.first;
+    for (const auto& item : interactions_) {
+      merged_.interactionModules[item.first] = item.second.first;
+    }
   }
 
  private:

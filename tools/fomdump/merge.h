@@ -8,6 +8,7 @@
 // attributes, parameters, dimensions, enumerators and alternatives, where a member both declare
 // agrees); anything else declared again with other contents is a conflict. Data types that a
 // type, record, time or tag names and no module declares are unresolved.
+#include <map>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,10 @@ struct Unresolved {
 
 struct MergedModel {
   ModelRecorder model;
+  // The file that declared each class with its contents (the first, or the one that gave a
+  // scaffolding declaration its members), by full class name.
+  std::map<std::string, std::string> objectModules;
+  std::map<std::string, std::string> interactionModules;
   std::vector<Conflict> conflicts;
   std::vector<Unresolved> unresolved;
 };
