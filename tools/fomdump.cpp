@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <exception>
 #include <iostream>
 #include <map>
 #include <memory>
@@ -58,13 +59,14 @@ const char kDescription[] =
     "modules in dependency order, merged into one model with every conflict and unresolved data "
     "type reported. "
     "Exit status: 0 read, 1 no such file, 2 a file is wrong, 4 a check failed, 64 a wrong "
-    "command line.";
+    "command line, 70 an unexpected failure (such as no memory left).";
 
 const int kExitRead = 0;
 const int kExitNoFile = 1;
 const int kExitWrongFile = 2;
 const int kExitCheckFailed = 4;
 const int kExitUsage = 64;
+const int kExitInternal = 70;
 
 // The edition of a standard MIM the library holds.
 const char* editionName(DtFomType type) {
@@ -421,5 +423,14 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  return run(argc, argv);
+  // What no step expects, such as running out of memory on a huge federation, ends the program
+  // with a line that says so rather than with an abort.
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& e) {
+    std::fprintf(stderr, "fomdump: %s\n", e.what());
+  } catch (...) {
+    std::fprintf(stderr, "fomdump: unexpected failure\n");
+  }
+  return kExitInternal;
 }
