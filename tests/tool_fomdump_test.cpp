@@ -849,4 +849,31 @@ TEST(ToolFomdump, GraphsAreDotThatGraphvizDraws) {
   EXPECT_EQ(fomdump({"--graph", "pictures", theExample}).status, 64);
 }
 
+TEST(ToolFomdump, TheShippedRestaurantFederationChecksClean) {
+  const std::string dir = std::string(KTL_SOURCE_DIR) + "/examples/restaurant/";
+  std::vector<std::string> args = {"--check"};
+  for (const char* module : {"RestaurantDrinks.xml", "RestaurantFood.xml",
+                             "RestaurantProcesses.xml", "RestaurantSoup.xml"}) {
+    args.push_back(dir + module);
+  }
+  ktltest::Outcome outcome = fomdump(args);
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_NE(outcome.out.find("Order: 5\n  1 HLAstandardMIM.xml\n  2 " + dir +
+                             "RestaurantProcesses.xml\n  3 " + dir + "RestaurantFood.xml\n"),
+            std::string::npos);
+  const std::string summary =
+      "Summary: 5 modules, 42 object classes, 54 attributes, 99 interaction classes, 104 "
+      "parameters, 69 data types, 0 conflicts, 0 unresolved references\n";
+  ASSERT_GE(outcome.out.size(), summary.size());
+  EXPECT_EQ(outcome.out.substr(outcome.out.size() - summary.size()), summary);
+  // The shipped copies are the corpus's.
+  for (size_t i = 1; i < args.size(); ++i) {
+    const std::string name = args[i].substr(dir.size());
+    EXPECT_EQ(ktltest::fileText(args[i]),
+              ktltest::fileText(std::string(KTL_TEST_DATA_DIR) +
+                                "/fom/ieee1516-2010/portico-restaurant/" + name));
+  }
+}
+
 }  // namespace
