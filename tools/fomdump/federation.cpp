@@ -115,15 +115,14 @@ Module readWith(const std::string& file, DtFomType type, bool strict, bool valid
   module.result = reader->readFed(file.c_str(), module.model.get(), mask, validate, false);
   module.error = reader->lastError().c_str();
   if (type == DtFomType2025 && module.result == DtFedOk) {
-    std::vector<char> bytes;
     if (FILE* in = DtFedReader::openFedFile(file.c_str(), true)) {
-      char block[65536];
-      size_t count;
-      while ((count = std::fread(block, 1, sizeof block, in)) > 0) {
-        bytes.insert(bytes.end(), block, block + count);
+      char* bytes = nullptr;
+      unsigned int size = 0;
+      if (DtFedReader::readFileIntoBuffer(in, &bytes, &size)) {
+        module.referenceDataTypes = referenceDataTypeNames(bytes, size);
       }
+      delete[] bytes;
       std::fclose(in);
-      module.referenceDataTypes = referenceDataTypeNames(bytes.data(), bytes.size());
     } else {
       module.referenceDataTypes = referenceDataTypeNames(
           reinterpret_cast<const char*>(theHLA4StandardMIM_xml), theHLA4StandardMIM_xml_len);
