@@ -66,6 +66,25 @@ void BM_RprFederation(benchmark::State& state) {
 }
 BENCHMARK(BM_RprFederation)->Unit(benchmark::kMillisecond);
 
+// The share of the load that merges: the federation read and arranged once, merged again and
+// again.
+void BM_RprMergeOnly(benchmark::State& state) {
+  size_t bytes = totalBytes(documents());
+  fomdump::Federation federation;
+  federation.modules.push_back(fomdump::readHeldMim(DtFomTypeEvolved, false));
+  for (const char* module : kModules) {
+    federation.modules.push_back(fomdump::readModule(kRpr + "/" + module, false, false));
+  }
+  federation.arrange();
+  for (auto _ : state) {
+    fomdump::MergedModel merged;
+    fomdump::merge(federation, merged);
+    benchmark::DoNotOptimize(merged.model.objects.data());
+  }
+  ktlbench::reportFiles(state, bytes);
+}
+BENCHMARK(BM_RprMergeOnly)->Unit(benchmark::kMillisecond);
+
 // The part of the load that tells each module's format (DtFedReader::checkFomType), which for an
 // XML file parses the whole document once more before its reader parses it.
 void BM_RprFormatDetection(benchmark::State& state) {
