@@ -277,7 +277,7 @@ int dumpFederation(const Options& options) {
   int status = kExitRead;
   bool haveMim = false;
   for (const std::string& file : options.files) {
-    Module module = fomdump::readModule(file, options.strict, options.validate);
+    Module module = fomdump::readModule(file, options.strict, options.validate, true);
     if (module.result == DtFedNoFile) {
       std::fprintf(stderr, "fomdump: cannot open FOM file: %s\n", file.c_str());
       status = kExitNoFile;

@@ -11,6 +11,7 @@
 
 #include <libxml/parser.h>
 #include <libxml/tree.h>
+#include <libxml/xmlreader.h>
 #include <libxml/xpath.h>
 
 #include <ktl/envXmlReader.h>
@@ -143,10 +144,57 @@ DtFomType heldMimEdition(const std::string& file) {
 
 }  // namespace
 
-Module readModule(const std::string& file, bool strict, bool validate) {
+namespace {
+
+// The attributes by which a root with no namespace is an IEEE 1516-2000 document.
+const char* const theAttributesOf2000[] = {
+    "DTDversion", "name",    "type",   "version",  "date",     "purpose",  "appDomain",
+    "sponsor",    "pocName", "pocOrg", "pocPhone", "pocEmail", "reference"};
+
+// The format of an .xml file as its root element tells it: the namespace of a 1516-2010 or
+// 2025 document, or the attributes of a 1516-2000 one; unknown where the root does not decide.
+// It reads only as far as the root, where DtFedReader::checkFomType parses the whole document
+// before the reader parses it again; a document that is wrong further on is then refused by its
+// reader, with the reader's message.
+DtFomType rootFormat(const std::string& file) {
+  size_t dot = file.find_last_of('.');
+  if (dot == std::string::npos || strcasecmp(file.c_str() + dot, ".xml") != 0) {
+    return DtFomTypeUnknown;
+  }
+  std::unique_ptr<xmlTextReader, void (*)(xmlTextReader*)> reader(
+      xmlReaderForFile(file.c_str(), nullptr,
+                       XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
+      xmlFreeTextReader);
+  if (!reader) return DtFomTypeUnknown;
+  int read;
+  while ((read = xmlTextReaderRead(reader.get())) == 1 &&
+         xmlTextReaderNodeType(reader.get()) != XML_READER_TYPE_ELEMENT) {
+  }
+  if (read != 1) return DtFomTypeUnknown;
+  if (const xmlChar* space = xmlTextReaderConstNamespaceUri(reader.get())) {
+    if (xmlStrstr(space, BAD_CAST "IEEE1516-2010") || xmlStrstr(space, BAD_CAST "IEEE1516-2009")) {
+      return DtFomTypeEvolved;
+    }
+    if (xmlStrstr(space, BAD_CAST "IEEE1516-2025")) return DtFomType2025;
+    return DtFomTypeUnknown;
+  }
+  while (xmlTextReaderMoveToNextAttribute(reader.get()) == 1) {
+    if (xmlTextReaderIsNamespaceDecl(reader.get()) == 1) continue;
+    const xmlChar* name = xmlTextReaderConstLocalName(reader.get());
+    for (const char* known : theAttributesOf2000) {
+      if (xmlStrEqual(name, BAD_CAST known)) return DtFomType1516;
+    }
+  }
+  return DtFomTypeUnknown;
+}
+
+}  // namespace
+
+Module readModule(const std::string& file, bool strict, bool validate, bool byRoot) {
+  DtFomType type = byRoot ? rootFormat(file) : DtFomTypeUnknown;
   // Unknown only when no file of that name can be opened: then a standard MIM's name is
   // answered from the library's copy, which the reader reads once the target has the edition.
-  DtFomType type = DtFedReader::checkFomType(file.c_str());
+  if (type == DtFomTypeUnknown) type = DtFedReader::checkFomType(file.c_str());
   bool held = false;
   if (type == DtFomTypeUnknown) {
     type = heldMimEdition(file);

@@ -35,8 +35,10 @@ struct Module {
 };
 
 // Reads one module: format by extension and content, the factory's reader, the standard MIM's
-// names answered from the library's copy when no such file exists.
-Module readModule(const std::string& file, bool strict, bool validate);
+// names answered from the library's copy when no such file exists. With byRoot, an .xml file
+// whose root element tells its format is read without the library's format test, which parses
+// the whole document once more (a federation's load takes this); other files take that test.
+Module readModule(const std::string& file, bool strict, bool validate, bool byRoot = false);
 
 // The library's copy of the standard MIM of an edition (IEEE 1516-2010 or 1516-2025).
 Module readHeldMim(KORRti::DtFomType edition, bool strict);

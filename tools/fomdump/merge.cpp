@@ -1,6 +1,7 @@
 #include "fomdump/merge.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -113,18 +114,20 @@ bool commonAgree(const Members& a, const Members& b) {
 
 class Merger {
  public:
-  Merger(const Federation& federation, MergedModel& merged)
+  Merger(Federation& federation, MergedModel& merged)
       : federation_(federation), merged_(merged), model_(merged.model) {}
 
   void run() {
     for (size_t index : federation_.order) {
-      const Module& module = federation_.modules[index];
+      Module& module = federation_.modules[index];
       if (!module.model || module.result != 0) continue;
       file_ = module.file;
       extends_ = module.type == DtFomType2025;
       mergeModule(*module.model);
       for (const std::string& name : module.referenceDataTypes) {
-        if (!types_.count(name)) types_[name] = {file_, TypeShape{"reference data type", {}, {}}};
+        if (!types_.count(name)) {
+          types_[name] = HeldType{file_, TypeShape{"reference data type", {}, {}}, true, {}};
+        }
       }
     }
     findUnresolved();
@@ -139,9 +142,9 @@ class Merger {
     merged_.conflicts.push_back({first, file_, message});
   }
 
-  void mergeModule(const ModelRecorder& from) {
-    for (const ObjectClass& item : from.objects) mergeObject(item);
-    for (const InteractionClass& item : from.interactions) mergeInteraction(item);
+  void mergeModule(ModelRecorder& from) {
+    for (ObjectClass& item : from.objects) mergeObject(item);
+    for (InteractionClass& item : from.interactions) mergeInteraction(item);
     for (const Space& space : from.spaces) {
       if (!spaces_.count(space.name)) {
         spaces_[space.name] = file_;
@@ -149,13 +152,13 @@ class Merger {
       }
     }
     for (const Dimension& dimension : from.dimensions) mergeDimension(dimension);
-    for (const auto& record : from.transportations) {
+    for (auto& record : from.transportations) {
       mergeNamed(transportations_, str(record->name), "transportation",
-                 record->reliable ? "reliable" : "best effort", *record, model_.transportations);
+                 record->reliable ? "reliable" : "best effort", record, model_.transportations);
     }
-    for (const auto& record : from.updateRates) {
+    for (auto& record : from.updateRates) {
       mergeNamed(updateRates_, str(record->name), "update rate", std::to_string(record->rate),
-                 *record, model_.updateRates);
+                 record, model_.updateRates);
     }
     for (const Switch& item : from.switches) {
       auto known = switches_.find(item.name);
@@ -166,38 +169,38 @@ class Merger {
         conflict(known->second.first, "switch " + item.name + " is set to another value");
       }
     }
-    for (const auto& record : from.time) {
-      mergeNamed(times_, str(record->name), "time", str(record->dataType), *record, model_.time);
+    for (auto& record : from.time) {
+      mergeNamed(times_, str(record->name), "time", str(record->dataType), record, model_.time);
     }
-    for (const auto& record : from.tags) {
-      mergeNamed(tags_, str(record->name), "tag", str(record->dataType), *record, model_.tags);
+    for (auto& record : from.tags) {
+      mergeNamed(tags_, str(record->name), "tag", str(record->dataType), record, model_.tags);
     }
-    for (const auto& record : from.synchronizations) {
+    for (auto& record : from.synchronizations) {
       mergeNamed(synchronizations_, str(record->label), "synchronization point",
-                 str(record->dataType), *record, model_.synchronizations);
+                 str(record->dataType), record, model_.synchronizations);
     }
-    for (const auto& record : from.notes) {
-      mergeNamed(notes_, str(record->label), "note", str(record->semantics), *record, model_.notes);
+    for (auto& record : from.notes) {
+      mergeNamed(notes_, str(record->label), "note", str(record->semantics), record, model_.notes);
     }
-    const DataTypes& types = from.dataTypes;
-    for (const auto& r : types.basic) mergeType(*r, model_.dataTypes.basic);
-    for (const auto& r : types.simple) mergeType(*r, model_.dataTypes.simple);
-    for (const auto& r : types.array) mergeType(*r, model_.dataTypes.array);
-    for (const auto& r : types.enumerated) mergeType(*r, model_.dataTypes.enumerated);
-    for (const auto& r : types.fixedRecord) mergeType(*r, model_.dataTypes.fixedRecord);
-    for (const auto& r : types.variantRecord) mergeType(*r, model_.dataTypes.variantRecord);
+    DataTypes& types = from.dataTypes;
+    for (auto& r : types.basic) mergeType(r, model_.dataTypes.basic);
+    for (auto& r : types.simple) mergeType(r, model_.dataTypes.simple);
+    for (auto& r : types.array) mergeType(r, model_.dataTypes.array);
+    for (auto& r : types.enumerated) mergeType(r, model_.dataTypes.enumerated);
+    for (auto& r : types.fixedRecord) mergeType(r, model_.dataTypes.fixedRecord);
+    for (auto& r : types.variantRecord) mergeType(r, model_.dataTypes.variantRecord);
   }
 
   // Classes: the same members merge; a declaration with none of its own (scaffolding) merges
   // with any; a 1516-2025 module may add members; anything else is a conflict.
   template <typename Class>
-  void mergeClass(const Class& item, std::vector<Class>& into,
+  void mergeClass(Class& item, std::vector<Class>& into,
                   std::map<std::string, std::pair<std::string, size_t>>& known, const char* kind,
                   const char* members) {
     auto found = known.find(item.name);
     if (found == known.end()) {
       known[item.name] = {file_, into.size()};
-      into.push_back(item);
+      into.push_back(std::move(item));
       return;
     }
     Class& held = into[found->second.second];
@@ -209,7 +212,7 @@ class Merger {
     }
     if (mine.empty()) {
       // The first declaration was scaffolding: this one gives the class its contents.
-      held = item;
+      held = std::move(item);
       found->second.first = file_;
       return;
     }
@@ -244,10 +247,10 @@ class Merger {
     }
   }
 
-  void mergeObject(const ObjectClass& item) {
+  void mergeObject(ObjectClass& item) {
     mergeClass(item, model_.objects, objects_, "object class", "attributes");
   }
-  void mergeInteraction(const InteractionClass& item) {
+  void mergeInteraction(InteractionClass& item) {
     mergeClass(item, model_.interactions, interactions_, "interaction class", "parameters");
   }
 
@@ -270,11 +273,11 @@ class Merger {
   template <typename Record>
   void mergeNamed(std::map<std::string, std::pair<std::string, std::string>>& known,
                   const std::string& name, const char* kind, const std::string& contents,
-                  const Record& record, std::vector<std::unique_ptr<Record>>& into) {
+                  std::unique_ptr<Record>& record, std::vector<std::unique_ptr<Record>>& into) {
     auto found = known.find(name);
     if (found == known.end()) {
       known[name] = {file_, contents};
-      into.emplace_back(new Record(record));
+      into.push_back(std::move(record));
       return;
     }
     // A declaration that leaves its contents unspecified ("NA" or nothing) agrees with any; a
@@ -283,7 +286,7 @@ class Merger {
     if (unspecified(found->second.second)) {
       found->second = {file_, contents};
       for (auto& held : into) {
-        if (nameOf(*held) == name) *held = record;
+        if (nameOf(*held) == name) *held = *record;
       }
       return;
     }
@@ -301,19 +304,27 @@ class Merger {
   }
 
   template <typename Record>
-  void mergeType(const Record& record, std::vector<std::unique_ptr<Record>>& into) {
+  void mergeType(std::unique_ptr<Record>& owned, std::vector<std::unique_ptr<Record>>& into) {
+    const Record& record = *owned;
     const std::string name = str(record.name);
-    TypeShape shape = shapeOf(record);
     auto found = types_.find(name);
     if (found == types_.end()) {
-      types_[name] = {file_, shape};
-      into.emplace_back(new Record(record));
+      // The record keeps its place on the heap when it moves into the merged model.
+      const Record* placed = owned.get();
+      types_[name] = HeldType{file_, TypeShape(), false, [placed] { return shapeOf(*placed); }};
+      into.push_back(std::move(owned));
       return;
     }
-    TypeShape& held = found->second.second;
+    HeldType& first = found->second;
+    if (!first.shaped) {
+      first.shape = first.makeShape();
+      first.shaped = true;
+    }
+    TypeShape& held = first.shape;
+    TypeShape shape = shapeOf(record);
     if (held.kind != shape.kind) {
-      conflict(found->second.first, "data type " + name + " is declared again as a " + shape.kind +
-                                        " (it is a " + held.kind + ")");
+      conflict(first.file, "data type " + name + " is declared again as a " + shape.kind +
+                               " (it is a " + held.kind + ")");
       return;
     }
     if (held.own == shape.own && held.members == shape.members) return;
@@ -322,8 +333,7 @@ class Merger {
       extendType(name, record, into);
       return;
     }
-    conflict(found->second.first,
-             shape.kind + " " + name + " is declared again with other contents");
+    conflict(first.file, shape.kind + " " + name + " is declared again with other contents");
   }
 
   // Adds an extension's new enumerators or alternatives to the merged record.
@@ -396,7 +406,7 @@ class Merger {
     size_t at = by.rfind(' ');
     std::string owner = at == std::string::npos ? by : by.substr(at + 1);
     auto found = types_.find(owner);
-    if (found != types_.end()) return found->second.first;
+    if (found != types_.end()) return found->second.file;
     auto time = times_.find(owner);
     if (time != times_.end()) return time->second.first;
     auto tag = tags_.find(owner);
@@ -406,7 +416,7 @@ class Merger {
     return "";
   }
 
-  const Federation& federation_;
+  Federation& federation_;
   MergedModel& merged_;
   ModelRecorder& model_;
   std::string file_;
@@ -423,12 +433,20 @@ class Merger {
   std::map<std::string, std::pair<std::string, std::string>> tags_;
   std::map<std::string, std::pair<std::string, std::string>> synchronizations_;
   std::map<std::string, std::pair<std::string, std::string>> notes_;
-  std::map<std::string, std::pair<std::string, TypeShape>> types_;
+  // A data type as first declared. Its shape is made only when another declaration of its name
+  // comes, since most names are declared once and an enumeration's shape costs a map.
+  struct HeldType {
+    std::string file;
+    TypeShape shape;  // once shaped
+    bool shaped = false;
+    std::function<TypeShape()> makeShape;
+  };
+  std::map<std::string, HeldType> types_;
 };
 
 }  // namespace
 
-void merge(const Federation& federation, MergedModel& merged) {
+void merge(Federation& federation, MergedModel& merged) {
   Merger(federation, merged).run();
 }
 

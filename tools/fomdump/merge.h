@@ -41,8 +41,10 @@ struct MergedModel {
   std::vector<Unresolved> unresolved;
 };
 
-// Merges the federation's modules that read, in its load order.
-void merge(const Federation& federation, MergedModel& merged);
+// Merges the federation's modules that read, in its load order. The merged model takes the
+// classes and records out of the modules' models, which are left empty but for their names
+// and dependencies: a federation is merged once.
+void merge(Federation& federation, MergedModel& merged);
 
 }  // namespace fomdump
 
