@@ -144,9 +144,12 @@ TEST(FomdumpMerge, TheRestaurantWithItsExtensionOnThe2025Mim) {
   }
   EXPECT_TRUE(found);
   // The MIM's reference data types, which the reader passes over, are known by name.
-  EXPECT_NE(std::find(run->federation.modules[0].referenceDataTypes.begin(),
-                      run->federation.modules[0].referenceDataTypes.end(), "HLAfederateReference"),
-            run->federation.modules[0].referenceDataTypes.end());
+  const auto& references = run->federation.modules[0].model->referenceDataTypes;
+  auto reference = std::find_if(references.begin(), references.end(), [](const auto& type) {
+    return type.name == "HLAfederateReference";
+  });
+  ASSERT_NE(reference, references.end());
+  EXPECT_GT(reference->line, 0);
 }
 
 TEST(FomdumpMerge, EachOpenRtiPairConflictsAndEachModuleMergesWithItsBase) {
@@ -299,6 +302,95 @@ TEST(FomdumpMergeRules, UnresolvedNamesAreReportedOnceWithTheFirstUser) {
   EXPECT_EQ(run->merged.unresolved[0].name, "Missing");
   EXPECT_EQ(run->merged.unresolved[0].namedBy, "array data type List");
   EXPECT_EQ(run->merged.unresolved[0].file, run->federation.modules[0].file);
+}
+
+TEST(FomdumpMergeRules, AConflictGivesTheLinesOfBothDeclarations) {
+  // Lines 1 to 3 of a module are its prologue and identification; its body starts on line 4.
+  auto conflictAt = [](const std::string& first, const std::string& second) {
+    auto run = mergeTexts({moduleText("A", first), moduleText("B", second)});
+    EXPECT_EQ(run->merged.conflicts.size(), 1u);
+    if (run->merged.conflicts.size() != 1) return std::string();
+    const Conflict& conflict = run->merged.conflicts[0];
+    return std::to_string(conflict.firstLine) + " " + std::to_string(conflict.secondLine) + " " +
+           conflict.message;
+  };
+  EXPECT_EQ(conflictAt(objects("\n" + objectClass("C", {"x"})),
+                       "\n\n" + objects("\n\n" + objectClass("C", {"y"}))),
+            "5 8 object class HLAobjectRoot.C is declared again with other attributes");
+  auto interactions = [](const std::string& parameter) {
+    return "<interactions><interactionClass><name>HLAinteractionRoot</name>\n"
+           "<interactionClass><name>I</name><parameter><name>" +
+           parameter + "</name></parameter></interactionClass></interactionClass></interactions>\n";
+  };
+  EXPECT_EQ(conflictAt(interactions("p"), "\n" + interactions("q")),
+            "5 6 interaction class HLAinteractionRoot.I is declared again with other parameters");
+  auto dimension = [](const std::string& bound) {
+    return "<dimensions>\n<dimension><name>D</name><upperBound>" + bound +
+           "</upperBound></dimension></dimensions>\n";
+  };
+  EXPECT_EQ(conflictAt(dimension("10"), "\n" + dimension("20")),
+            "5 6 dimension D is declared again with other bounds");
+  auto transportation = [](const std::string& reliable) {
+    return "<transportations>\n\n<transportation><name>T</name><reliable>" + reliable +
+           "</reliable></transportation></transportations>\n";
+  };
+  EXPECT_EQ(conflictAt(transportation("Yes"), transportation("No")),
+            "6 6 transportation T is declared again with other contents");
+  auto rate = [](const std::string& value) {
+    return "<updateRates><updateRate><name>U1</name><rate>1</rate></updateRate>\n<updateRate>"
+           "<name>U</name><rate>" +
+           value + "</rate></updateRate></updateRates>\n";
+  };
+  EXPECT_EQ(conflictAt(rate("1"), "\n\n" + rate("2")),
+            "5 7 update rate U is declared again with other contents");
+  EXPECT_EQ(conflictAt("<switches><autoProvide isEnabled=\"true\"/></switches>\n",
+                       "\n<switches><autoProvide isEnabled=\"false\"/></switches>\n"),
+            "4 5 switch autoProvide is set to another value");
+  auto array = [](const std::string& cardinality) {
+    return "<dataTypes><arrayDataTypes>\n<arrayData><name>A</name><dataType>A</dataType>"
+           "<cardinality>" +
+           cardinality + "</cardinality></arrayData></arrayDataTypes></dataTypes>\n";
+  };
+  EXPECT_EQ(conflictAt(array("1"), "\n" + array("2")),
+            "5 6 array data type A is declared again with other contents");
+}
+
+TEST(FomdumpMergeRules, TheTypesOfAttributesAndParametersAreChecked) {
+  const std::string declared =
+      "<dataTypes><simpleDataTypes><simpleData><name>Known</name></simpleData>"
+      "</simpleDataTypes></dataTypes>\n";
+  const std::string classes =
+      "<objects><objectClass><name>HLAobjectRoot</name><objectClass><name>C</name>\n"
+      "<attribute><name>a</name><dataType>Known</dataType></attribute>\n"
+      "<attribute><name>b</name><dataType>Missing</dataType></attribute>\n"
+      "<attribute><name>c</name><dataType>NA</dataType></attribute></objectClass></objectClass>"
+      "</objects>\n<interactions><interactionClass><name>HLAinteractionRoot</name>\n"
+      "<interactionClass><name>I</name><parameter><name>p</name><dataType>Gone</dataType>"
+      "</parameter>\n<parameter><name>q</name><dataType>Missing</dataType></parameter>"
+      "</interactionClass></interactionClass></interactions>\n";
+  // The types may be declared by a later module: the check comes after all are merged.
+  auto run = mergeTexts({moduleText("A", classes), moduleText("B", declared)});
+  ASSERT_EQ(run->merged.unresolved.size(), 2u);
+  const std::string file = run->federation.modules[0].file;
+  EXPECT_EQ(run->merged.unresolved[0].name, "Missing");
+  EXPECT_EQ(run->merged.unresolved[0].namedBy, "attribute b of object class HLAobjectRoot.C");
+  EXPECT_EQ(run->merged.unresolved[0].file, file);
+  EXPECT_EQ(run->merged.unresolved[0].line, 6);
+  EXPECT_EQ(run->merged.unresolved[1].name, "Gone");
+  EXPECT_EQ(run->merged.unresolved[1].namedBy,
+            "parameter p of interaction class HLAinteractionRoot.I");
+  EXPECT_EQ(run->merged.unresolved[1].line, 9);
+  // An IEEE 1516-2000 document names the type as an attribute of the element.
+  const std::string text2000 =
+      "<?xml version=\"1.0\"?>\n<objectModel name=\"M\" DTDversion=\"1516.2\">\n<objects>"
+      "<objectClass name=\"HLAobjectRoot\">\n<objectClass name=\"C\">\n"
+      "<attribute name=\"a\" dataType=\"Absent\"/></objectClass></objectClass></objects>\n"
+      "</objectModel>\n";
+  auto old = mergeTexts({text2000});
+  ASSERT_EQ(old->merged.unresolved.size(), 1u);
+  EXPECT_EQ(old->merged.unresolved[0].name, "Absent");
+  EXPECT_EQ(old->merged.unresolved[0].namedBy, "attribute a of object class HLAobjectRoot.C");
+  EXPECT_EQ(old->merged.unresolved[0].line, 5);
 }
 
 }  // namespace

@@ -684,20 +684,26 @@ TEST(ToolFomdump, ADependencyThatNamesNoLoadedModuleFailsTheCheck) {
   const std::string com = theNetn3Modules + "/NETN-COM.xml";
   ktltest::Outcome outcome = fomdump({"--check", com});
   EXPECT_EQ(outcome.status, 4);
-  // The dependency first, then the data types that the missing module would have declared.
-  EXPECT_EQ(outcome.err.find(com + ": dependency \"NETN-BASE\" names no loaded module\n"), 0u);
-  EXPECT_NE(outcome.err.find(com + ": data type Text64, named by array data type "
+  // The dependency first, then the data types that the missing module would have declared, each
+  // at the line where the reference, the array and the attribute open.
+  EXPECT_EQ(outcome.err.find(com + ":41: dependency \"NETN-BASE\" names no loaded module\n"), 0u);
+  EXPECT_NE(outcome.err.find(com + ":494: data type Text64, named by array data type "
                                    "CommunicationNetworkArray, is declared in no module\n"),
+            std::string::npos);
+  EXPECT_NE(outcome.err.find(com + ":131: data type WorldLocationStruct, named by attribute "
+                                   "Location of object class "
+                                   "HLAobjectRoot.COM_Root.CommunicationNode, is declared in no "
+                                   "module\n"),
             std::string::npos);
   EXPECT_NE(outcome.out.find("  " + com + ": \"NETN-BASE\" names no loaded module\n"),
             std::string::npos);
   // Without --check it is reported and the federation still loads.
   ktltest::Outcome plain = fomdump({com, theNetn3Modules + "/NETN-ETR.xml"});
   EXPECT_EQ(plain.status, 0);
-  EXPECT_EQ(
-      plain.err.find(com + ": dependency \"NETN-BASE\" names no loaded module\n" + theNetn3Modules +
-                     "/NETN-ETR.xml: dependency \"NETN-BASE\" names no loaded module\n"),
-      0u);
+  EXPECT_EQ(plain.err.find(com + ":41: dependency \"NETN-BASE\" names no loaded module\n" +
+                           theNetn3Modules +
+                           "/NETN-ETR.xml:43: dependency \"NETN-BASE\" names no loaded module\n"),
+            0u);
   // With -v the sorter's own report follows.
   ktltest::Outcome verbose = fomdump({"-v", "--check", com});
   EXPECT_NE(verbose.out.find("Unknown dependency NETN-BASE referenced in FOM file " + com +
@@ -711,13 +717,20 @@ TEST(ToolFomdump, NoMimAndAnotherMim) {
   ktltest::Outcome without = fomdump({"--no-mim", "--check", foundation});
   EXPECT_EQ(without.status, 4);
   // Without the MIM, its basic types are missing too.
-  EXPECT_EQ(without.err, foundation + ": dependency \"MIM\" names no loaded module\n" + foundation +
-                             ": data type HLAASCIIchar, named by array data type RTIobjectId, is "
-                             "declared in no module\n" +
+  EXPECT_EQ(without.err, foundation + ":20: dependency \"MIM\" names no loaded module\n" +
                              foundation +
-                             ": data type HLAoctet, named by enumerated data type RPRboolean, is "
-                             "declared in no module\n");
+                             ":104: data type HLAASCIIchar, named by array data type RTIobjectId, "
+                             "is declared in no module\n" +
+                             foundation +
+                             ":89: data type HLAoctet, named by enumerated data type RPRboolean, "
+                             "is declared in no module\n");
   EXPECT_EQ(without.out.find("Modules: 1\n"), 0u);
+  ktltest::Outcome json = fomdump({"--no-mim", "--json", foundation});
+  EXPECT_NE(json.out.find("\n  \"unresolved\": [\n    {\"file\": \"" + foundation +
+                          "\", \"line\": 104, \"dataType\": \"HLAASCIIchar\", \"namedBy\": "
+                          "\"array data type RTIobjectId\"}"),
+            std::string::npos)
+      << json.out;
   const std::string mim = std::string(KTL_SOURCE_DIR) + "/data/mim/HLAstandardMIM.xml";
   ktltest::Outcome other = fomdump({"--mim", mim, "--check", foundation});
   EXPECT_EQ(other.status, 0) << other.err;
@@ -761,10 +774,11 @@ TEST(ToolFomdump, AConflictNamesBothFilesAndFailsTheCheck) {
   const std::string second = dir + "ObjectClass1-2.xml";
   ktltest::Outcome outcome = fomdump({"--check", first, second});
   EXPECT_EQ(outcome.status, 4);
+  // Each declaration at the line where its objectClass element opens.
   EXPECT_EQ(outcome.err, second +
-                             ": object class HLAobjectRoot.ObjectClass1 is declared again with "
+                             ":9: object class HLAobjectRoot.ObjectClass1 is declared again with "
                              "other attributes; first declared in " +
-                             first + "\n");
+                             first + ":9\n");
   // The merged model keeps the first declaration; the summary closes the output.
   const std::string summary =
       "Summary: 3 modules, 5 object classes, 46 attributes, 85 interaction classes, 101 "
@@ -773,6 +787,14 @@ TEST(ToolFomdump, AConflictNamesBothFilesAndFailsTheCheck) {
   EXPECT_EQ(outcome.out.substr(outcome.out.size() - summary.size()), summary);
   EXPECT_NE(outcome.out.find("FOM file: federation of 3 modules\nFormat: HLA Evolved\n"),
             std::string::npos);
+  // JSON gives both lines.
+  ktltest::Outcome json = fomdump({"--json", first, second});
+  EXPECT_NE(json.out.find("\n  \"conflicts\": [\n    {\"first\": \"" + first +
+                          "\", \"firstLine\": 9, \"second\": \"" + second +
+                          "\", \"secondLine\": 9, \"message\": \"object class "
+                          "HLAobjectRoot.ObjectClass1 is declared again with other attributes\"}"),
+            std::string::npos)
+      << json.out;
   // With its base, each merges cleanly: the base declares the class with no attributes.
   EXPECT_EQ(fomdump({"--check", dir + "ObjectClass1.xml", second}).status, 0);
 }

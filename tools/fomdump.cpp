@@ -81,7 +81,7 @@ int lineOf(const std::string& error) {
 }
 
 // "FILE:LINE: " where the line is known, "FILE: " otherwise.
-std::string where(const std::string& file, int line) {
+std::string where(const std::string& file, long line) {
   return line > 0 ? file + ":" + std::to_string(line) + ": " : file + ": ";
 }
 
@@ -112,7 +112,9 @@ DtFomType federationFormat(const Federation& federation) {
 }
 
 std::string conflictText(const Conflict& conflict) {
-  return conflict.message + "; first declared in " + conflict.first;
+  std::string first = conflict.first;
+  if (conflict.firstLine > 0) first += ":" + std::to_string(conflict.firstLine);
+  return conflict.message + "; first declared in " + first;
 }
 
 std::string unresolvedText(const Unresolved& unresolved) {
@@ -206,7 +208,9 @@ void printFederationJson(const Federation& federation, const MergedModel& merged
   for (size_t i = 0; i < merged.conflicts.size(); ++i) {
     const Conflict& conflict = merged.conflicts[i];
     out += std::string(i ? ",\n" : "\n") + "    {\"first\": " + fomdump::json(conflict.first) +
+           ", \"firstLine\": " + std::to_string(conflict.firstLine) +
            ", \"second\": " + fomdump::json(conflict.second) +
+           ", \"secondLine\": " + std::to_string(conflict.secondLine) +
            ", \"message\": " + fomdump::json(conflict.message) + "}";
   }
   out += merged.conflicts.empty() ? "]" : "\n  ]";
@@ -214,6 +218,7 @@ void printFederationJson(const Federation& federation, const MergedModel& merged
   for (size_t i = 0; i < merged.unresolved.size(); ++i) {
     const Unresolved& unresolved = merged.unresolved[i];
     out += std::string(i ? ",\n" : "\n") + "    {\"file\": " + fomdump::json(unresolved.file) +
+           ", \"line\": " + std::to_string(unresolved.line) +
            ", \"dataType\": " + fomdump::json(unresolved.name) +
            ", \"namedBy\": " + fomdump::json(unresolved.namedBy) + "}";
   }
@@ -331,17 +336,19 @@ int dumpFederation(const Options& options) {
     if (resolution.resolved) continue;
     faults = true;
     std::fprintf(stderr, "%sdependency %s\n",
-                 where(federation.modules[resolution.module].file, 0).c_str(),
+                 where(federation.modules[resolution.module].file,
+                       federation.modules[resolution.module].referenceLine(resolution.reference))
+                     .c_str(),
                  describe(federation, resolution).c_str());
   }
   for (const Conflict& conflict : merged.conflicts) {
     faults = true;
-    std::fprintf(stderr, "%s%s\n", where(conflict.second, 0).c_str(),
+    std::fprintf(stderr, "%s%s\n", where(conflict.second, conflict.secondLine).c_str(),
                  conflictText(conflict).c_str());
   }
   for (const Unresolved& unresolved : merged.unresolved) {
     faults = true;
-    std::fprintf(stderr, "%s%s\n", where(unresolved.file, 0).c_str(),
+    std::fprintf(stderr, "%s%s\n", where(unresolved.file, unresolved.line).c_str(),
                  unresolvedText(unresolved).c_str());
   }
   if (options.check && faults && status == kExitRead) status = kExitCheckFailed;

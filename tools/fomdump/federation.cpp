@@ -1,5 +1,7 @@
 #include "fomdump/federation.h"
 
+#include "fomdump/tracedReader.h"
+
 #include <strings.h>
 
 #include <cctype>
@@ -12,9 +14,7 @@
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <libxml/xmlreader.h>
-#include <libxml/xpath.h>
 
-#include <ktl/envXmlReader.h>
 #include <ktl/fedReader1516e.h>
 #include <ktl/fedReaderFactory.h>
 #include <ktl/fomSorter.h>
@@ -72,31 +72,13 @@ const std::vector<std::string>& Module::references() const {
   return model ? model->dependencies : none;
 }
 
-namespace {
-
-// The names of the reference data types a 1516-2025 document declares, from its bytes.
-std::vector<std::string> referenceDataTypeNames(const char* bytes, size_t size) {
-  std::vector<std::string> names;
-  detail::XmlPtr<xmlDoc> doc(
-      xmlReadMemory(bytes, static_cast<int>(size), nullptr, nullptr, XML_PARSE_NONET));
-  if (!doc) return names;
-  std::unique_ptr<xmlXPathContext, void (*)(xmlXPathContext*)> context(
-      xmlXPathNewContext(doc.get()), xmlXPathFreeContext);
-  if (!context) return names;
-  std::unique_ptr<xmlXPathObject, void (*)(xmlXPathObject*)> found(
-      xmlXPathEvalExpression(BAD_CAST "/*/*[local-name()='dataTypes']/"
-                                      "*[local-name()='referenceDataTypes']/*/"
-                                      "*[local-name()='name']",
-                             context.get()),
-      xmlXPathFreeObject);
-  if (!found || !found->nodesetval) return names;
-  for (int i = 0; i < found->nodesetval->nodeNr; ++i) {
-    detail::XmlPtr<char> text(
-        reinterpret_cast<char*>(xmlNodeGetContent(found->nodesetval->nodeTab[i])));
-    if (text) names.push_back(text.get());
-  }
-  return names;
+long Module::referenceLine(const std::string& reference) const {
+  if (!model) return 0;
+  auto found = model->dependencyLines.find(reference);
+  return found == model->dependencyLines.end() ? 0 : found->second;
 }
+
+namespace {
 
 // Reads into a new module through reader, told the edition first when it is known.
 Module readWith(const std::string& file, DtFomType type, bool strict, bool validate) {
@@ -105,7 +87,7 @@ Module readWith(const std::string& file, DtFomType type, bool strict, bool valid
   module.type = type;
   module.model.reset(new ModelRecorder());
   module.model->setFomType(type);
-  std::unique_ptr<DtFedReader> reader(DtFedReaderFactory().makeFedReader(type));
+  std::unique_ptr<DtFedReader> reader(makeTracedReader(type, *module.model));
   if (validate) {
     // The later XML readers validate against the schema the document names, when told to.
     if (auto* schemaReader = dynamic_cast<DtFedReader1516e*>(reader.get())) {
@@ -115,20 +97,6 @@ Module readWith(const std::string& file, DtFomType type, bool strict, bool valid
   unsigned int mask = strict ? DtStrictUnexpectedContent : 0;
   module.result = reader->readFed(file.c_str(), module.model.get(), mask, validate, false);
   module.error = reader->lastError().c_str();
-  if (type == DtFomType2025 && module.result == DtFedOk) {
-    if (FILE* in = DtFedReader::openFedFile(file.c_str(), true)) {
-      char* bytes = nullptr;
-      unsigned int size = 0;
-      if (DtFedReader::readFileIntoBuffer(in, &bytes, &size)) {
-        module.referenceDataTypes = referenceDataTypeNames(bytes, size);
-      }
-      delete[] bytes;
-      std::fclose(in);
-    } else {
-      module.referenceDataTypes = referenceDataTypeNames(
-          reinterpret_cast<const char*>(theHLA4StandardMIM_xml), theHLA4StandardMIM_xml_len);
-    }
-  }
   return module;
 }
 

@@ -23,15 +23,13 @@ struct Module {
   bool heldCopy = false;     // read from the library's copy of the standard MIM
   bool standardMim = false;  // the federation's standard MIM, from the library or --mim
   std::unique_ptr<ModelRecorder> model;
-  // The reference data types an IEEE 1516-2025 module declares: its reader accepts the section
-  // and delivers nothing from it (the target interface has no place for them), so they are
-  // read here by name only, for the check of the names other types use.
-  std::vector<std::string> referenceDataTypes;
 
   // The name the module goes by in the order: its model name, or its file name for a module
   // that has none (HLA 1.3 and IEEE 1516-2000 files).
   std::string name() const;
   const std::vector<std::string>& references() const;
+  // The line where a reference is written, 0 if unknown.
+  long referenceLine(const std::string& reference) const;
 };
 
 // Reads one module: format by extension and content, the factory's reader, the standard MIM's

@@ -112,6 +112,13 @@ bool commonAgree(const Members& a, const Members& b) {
   return true;
 }
 
+// Where an item was declared, and its contents as one text.
+struct Known {
+  std::string file;
+  long line = 0;
+  std::string contents;
+};
+
 class Merger {
  public:
   Merger(Federation& federation, MergedModel& merged)
@@ -124,10 +131,14 @@ class Merger {
       file_ = module.file;
       extends_ = module.type == DtFomType2025;
       mergeModule(*module.model);
-      for (const std::string& name : module.referenceDataTypes) {
-        if (!types_.count(name)) {
-          types_[name] = HeldType{file_, TypeShape{"reference data type", {}, {}}, true, {}};
+      for (const NamedLine& type : module.model->referenceDataTypes) {
+        if (!types_.count(type.name)) {
+          types_[type.name] =
+              HeldType{file_, type.line, TypeShape{"reference data type", {}, {}}, true, {}};
         }
+      }
+      for (const MemberType& use : module.model->memberTypes) {
+        memberUses_.push_back({&module.file, &use});
       }
     }
     findUnresolved();
@@ -138,11 +149,12 @@ class Merger {
   }
 
  private:
-  void conflict(const std::string& first, const std::string& message) {
-    merged_.conflicts.push_back({first, file_, message});
+  void conflict(const std::string& first, long firstLine, long line, const std::string& message) {
+    merged_.conflicts.push_back({first, file_, message, firstLine, line});
   }
 
   void mergeModule(ModelRecorder& from) {
+    from_ = &from;
     for (ObjectClass& item : from.objects) mergeObject(item);
     for (InteractionClass& item : from.interactions) mergeInteraction(item);
     for (const Space& space : from.spaces) {
@@ -163,10 +175,11 @@ class Merger {
     for (const Switch& item : from.switches) {
       auto known = switches_.find(item.name);
       if (known == switches_.end()) {
-        switches_[item.name] = {file_, item.enabled};
+        switches_[item.name] = {file_, item.line, item.enabled ? "1" : "0"};
         model_.switches.push_back(item);
-      } else if (known->second.second != item.enabled) {
-        conflict(known->second.first, "switch " + item.name + " is set to another value");
+      } else if (known->second.contents != (item.enabled ? "1" : "0")) {
+        conflict(known->second.file, known->second.line, item.line,
+                 "switch " + item.name + " is set to another value");
       }
     }
     for (auto& record : from.time) {
@@ -221,7 +234,7 @@ class Merger {
       extendDimensions(held.dimensions, item.dimensions);
       return;
     }
-    conflict(found->second.first,
+    conflict(found->second.first, held.line, item.line,
              std::string(kind) + " " + item.name + " is declared again with other " + members);
   }
 
@@ -260,37 +273,37 @@ class Merger {
         std::to_string(dimension.rangeUpper) + " " + (dimension.excluded ? "excluded" : "");
     auto found = dimensions_.find(dimension.name);
     if (found == dimensions_.end()) {
-      dimensions_[dimension.name] = {file_, contents};
+      dimensions_[dimension.name] = {file_, dimension.line, contents};
       model_.dimensions.push_back(dimension);
-    } else if (found->second.second != contents) {
-      conflict(found->second.first, "dimension " + dimension.name +
-                                        " is declared again with "
-                                        "other bounds");
+    } else if (found->second.contents != contents) {
+      conflict(found->second.file, found->second.line, dimension.line,
+               "dimension " + dimension.name + " is declared again with other bounds");
     }
   }
 
   // A record known by name whose contents are one text.
   template <typename Record>
-  void mergeNamed(std::map<std::string, std::pair<std::string, std::string>>& known,
-                  const std::string& name, const char* kind, const std::string& contents,
-                  std::unique_ptr<Record>& record, std::vector<std::unique_ptr<Record>>& into) {
+  void mergeNamed(std::map<std::string, Known>& known, const std::string& name, const char* kind,
+                  const std::string& contents, std::unique_ptr<Record>& record,
+                  std::vector<std::unique_ptr<Record>>& into) {
+    const long line = from_->lineOf(record.get());
     auto found = known.find(name);
     if (found == known.end()) {
-      known[name] = {file_, contents};
+      known[name] = {file_, line, contents};
       into.push_back(std::move(record));
       return;
     }
     // A declaration that leaves its contents unspecified ("NA" or nothing) agrees with any; a
     // later one that specifies them gives them.
-    if (found->second.second == contents || unspecified(contents)) return;
-    if (unspecified(found->second.second)) {
-      found->second = {file_, contents};
+    if (found->second.contents == contents || unspecified(contents)) return;
+    if (unspecified(found->second.contents)) {
+      found->second = {file_, line, contents};
       for (auto& held : into) {
         if (nameOf(*held) == name) *held = *record;
       }
       return;
     }
-    conflict(found->second.first,
+    conflict(found->second.file, found->second.line, line,
              std::string(kind) + " " + name + " is declared again with other contents");
   }
   static bool unspecified(const std::string& contents) {
@@ -307,11 +320,13 @@ class Merger {
   void mergeType(std::unique_ptr<Record>& owned, std::vector<std::unique_ptr<Record>>& into) {
     const Record& record = *owned;
     const std::string name = str(record.name);
+    const long line = from_->lineOf(owned.get());
     auto found = types_.find(name);
     if (found == types_.end()) {
       // The record keeps its place on the heap when it moves into the merged model.
       const Record* placed = owned.get();
-      types_[name] = HeldType{file_, TypeShape(), false, [placed] { return shapeOf(*placed); }};
+      types_[name] =
+          HeldType{file_, line, TypeShape(), false, [placed] { return shapeOf(*placed); }};
       into.push_back(std::move(owned));
       return;
     }
@@ -323,8 +338,9 @@ class Merger {
     TypeShape& held = first.shape;
     TypeShape shape = shapeOf(record);
     if (held.kind != shape.kind) {
-      conflict(first.file, "data type " + name + " is declared again as a " + shape.kind +
-                               " (it is a " + held.kind + ")");
+      conflict(first.file, first.line, line,
+               "data type " + name + " is declared again as a " + shape.kind + " (it is a " +
+                   held.kind + ")");
       return;
     }
     if (held.own == shape.own && held.members == shape.members) return;
@@ -333,7 +349,8 @@ class Merger {
       extendType(name, record, into);
       return;
     }
-    conflict(first.file, shape.kind + " " + name + " is declared again with other contents");
+    conflict(first.file, first.line, line,
+             shape.kind + " " + name + " is declared again with other contents");
   }
 
   // Adds an extension's new enumerators or alternatives to the merged record.
@@ -364,13 +381,15 @@ class Merger {
 
   // The names of data types that the merged model uses, checked against what it declares.
   void findUnresolved() {
-    auto use = [&](const DtString& name, const std::string& by) {
-      std::string type = str(name);
+    auto useBy = [&](const std::string& type, const std::string& by, const Known& where) {
       if (type.empty() || type == "NA" || types_.count(type)) return;
       for (const Unresolved& known : merged_.unresolved) {
         if (known.name == type) return;
       }
-      merged_.unresolved.push_back({origin(by), type, by});
+      merged_.unresolved.push_back({where.file, type, by, where.line});
+    };
+    auto use = [&](const DtString& name, const std::string& by) {
+      useBy(str(name), by, origin(by));
     };
     for (const auto& r : model_.dataTypes.simple) {
       use(r->representation, "simple data type " + str(r->name));
@@ -398,45 +417,61 @@ class Merger {
     for (const auto& r : model_.synchronizations) {
       use(r->dataType, "synchronization point " + str(r->label));
     }
+    for (const MemberUse& memberUse : memberUses_) {
+      const MemberType& member = *memberUse.member;
+      if (member.dataType == "NA" || types_.count(member.dataType)) continue;
+      useBy(member.dataType,
+            (member.attribute ? "attribute " : "parameter ") + member.member + " of " +
+                (member.attribute ? "object class " : "interaction class ") + member.owner,
+            {*memberUse.file, member.line, ""});
+    }
   }
 
   // The file that declared the data type named last in a "... data type NAME" text, or the
   // time, tag or synchronization point's module.
-  std::string origin(const std::string& by) {
+  Known origin(const std::string& by) {
     size_t at = by.rfind(' ');
     std::string owner = at == std::string::npos ? by : by.substr(at + 1);
     auto found = types_.find(owner);
-    if (found != types_.end()) return found->second.file;
-    auto time = times_.find(owner);
-    if (time != times_.end()) return time->second.first;
-    auto tag = tags_.find(owner);
-    if (tag != tags_.end()) return tag->second.first;
-    auto point = synchronizations_.find(owner);
-    if (point != synchronizations_.end()) return point->second.first;
-    return "";
+    if (found != types_.end()) return {found->second.file, found->second.line, ""};
+    for (const auto* known : {&times_, &tags_, &synchronizations_}) {
+      auto item = known->find(owner);
+      if (item != known->end()) return item->second;
+    }
+    return {};
   }
 
   Federation& federation_;
   MergedModel& merged_;
   ModelRecorder& model_;
+  ModelRecorder* from_ = nullptr;  // the module being merged
   std::string file_;
   bool extends_ = false;
-  // Name to (declaring file, place or contents), per kind.
+  // Name to (declaring file, place), per class kind; the class holds its line.
   std::map<std::string, std::pair<std::string, size_t>> objects_;
   std::map<std::string, std::pair<std::string, size_t>> interactions_;
   std::map<std::string, std::string> spaces_;
-  std::map<std::string, std::pair<std::string, std::string>> dimensions_;
-  std::map<std::string, std::pair<std::string, std::string>> transportations_;
-  std::map<std::string, std::pair<std::string, std::string>> updateRates_;
-  std::map<std::string, std::pair<std::string, bool>> switches_;
-  std::map<std::string, std::pair<std::string, std::string>> times_;
-  std::map<std::string, std::pair<std::string, std::string>> tags_;
-  std::map<std::string, std::pair<std::string, std::string>> synchronizations_;
-  std::map<std::string, std::pair<std::string, std::string>> notes_;
+  // Name to where it was declared and its contents, per kind.
+  std::map<std::string, Known> dimensions_;
+  std::map<std::string, Known> transportations_;
+  std::map<std::string, Known> updateRates_;
+  std::map<std::string, Known> switches_;
+  std::map<std::string, Known> times_;
+  std::map<std::string, Known> tags_;
+  std::map<std::string, Known> synchronizations_;
+  std::map<std::string, Known> notes_;
+  // Each data type an attribute or parameter names, with its module's file, for the check at
+  // the end. Both stay in the federation's modules, which the merge does not change.
+  struct MemberUse {
+    const std::string* file;
+    const MemberType* member;
+  };
+  std::vector<MemberUse> memberUses_;
   // A data type as first declared. Its shape is made only when another declaration of its name
   // comes, since most names are declared once and an enumeration's shape costs a map.
   struct HeldType {
     std::string file;
+    long line;
     TypeShape shape;  // once shaped
     bool shaped = false;
     std::function<TypeShape()> makeShape;

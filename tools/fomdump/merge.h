@@ -6,8 +6,8 @@
 // place subclasses under it (no attributes or parameters of its own) merges with any other
 // declaration of it; an IEEE 1516-2025 module may extend what an earlier module declared (add
 // attributes, parameters, dimensions, enumerators and alternatives, where a member both declare
-// agrees); anything else declared again with other contents is a conflict. Data types that a
-// type, record, time or tag names and no module declares are unresolved.
+// agrees); anything else declared again with other contents is a conflict. Data types that an
+// attribute, parameter, type, record, time or tag names and no module declares are unresolved.
 #include <map>
 #include <string>
 #include <vector>
@@ -22,6 +22,8 @@ struct Conflict {
   std::string first;   // the file that declared it first
   std::string second;  // the file that declares it again
   std::string message;
+  long firstLine = 0;  // where each declaration opens, 0 if unknown
+  long secondLine = 0;
 };
 
 // A data type named and declared nowhere, with the first module that names it.
@@ -29,6 +31,7 @@ struct Unresolved {
   std::string file;
   std::string name;
   std::string namedBy;  // what names it: "array X", "field f of record R", ...
+  long line = 0;        // where what names it is declared, 0 if unknown
 };
 
 struct MergedModel {

@@ -3,8 +3,10 @@
 
 // fomdump's record of one FOM module: a target that writes down everything a reader tells it,
 // in the order it is told.
+#include <map>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include <ktl/fedReader.h>
@@ -32,12 +34,15 @@ using KORRti::DtUpdateRateType;
 using KORRti::DtUserSuppliedTagsType;
 using KORRti::DtVariantRecordDatatypeType;
 
+// Every item keeps the line of the file where its declaration opens: 0 where the reader does
+// not tell it (HLA 1.3 files).
 struct Attribute {
   std::string name;
   DtTransportType transport;
   DtOrderType order;
   std::string space;  // empty for none
   std::vector<std::string> dimensions;
+  long line = 0;
 };
 
 struct ObjectClass {
@@ -45,6 +50,7 @@ struct ObjectClass {
   std::string parent;  // empty at the root
   std::vector<Attribute> attributes;
   std::vector<std::string> dimensions;
+  long line = 0;
 };
 
 struct InteractionClass {
@@ -55,6 +61,7 @@ struct InteractionClass {
   std::string space;
   std::vector<std::string> parameters;
   std::vector<std::string> dimensions;
+  long line = 0;
 };
 
 struct Space {
@@ -69,11 +76,29 @@ struct Dimension {
   unsigned long rangeUpper;
   bool excluded;
   std::string normalization;
+  long line = 0;
 };
 
 struct Switch {
   std::string name;
   bool enabled;
+  long line = 0;
+};
+
+// The data type an attribute or parameter names. The target interface does not carry it, so
+// fomdump's readers read it beside the library's (see tracedReader.h).
+struct MemberType {
+  std::string owner;   // the class's full name
+  std::string member;  // the attribute or parameter
+  bool attribute;
+  std::string dataType;
+  long line;
+};
+
+// A name with the line where it is declared.
+struct NamedLine {
+  std::string name;
+  long line;
 };
 
 // The records of an XML document, kept as the reader handed them over.
@@ -109,6 +134,22 @@ class ModelRecorder : public DtFedTarget {
   std::string modelName;
   std::vector<std::string> dependencies;
   std::vector<std::unique_ptr<DtUpdateRateType>> updateRates;
+  // What a traced reader adds (empty for any other reader): the types members name, and the
+  // reference data types of an IEEE 1516-2025 module, which the target interface cannot carry.
+  std::vector<MemberType> memberTypes;
+  std::vector<NamedLine> referenceDataTypes;
+  // The line of each dependency's identification, by the name it gives.
+  std::map<std::string, long> dependencyLines;
+
+  // The line where the declaration being read opens, kept current by a traced reader; within a
+  // section of records, the line of each record by its name.
+  long line = 0;
+  const std::map<std::string, long>* sectionLines = nullptr;
+  // The line of a record this target was handed (0 if unknown); the record may have moved on.
+  long lineOf(const void* record) const {
+    auto found = recordLines_.find(record);
+    return found == recordLines_.end() ? 0 : found->second;
+  }
 
   bool addSpace(const char* name) override {
     spaces.push_back({text(name), {}});
@@ -121,7 +162,7 @@ class ModelRecorder : public DtFedTarget {
     return true;
   }
   bool addObjectClass(const char* name, const char* parent) override {
-    objects.push_back({text(name), text(parent), {}, {}});
+    objects.push_back({text(name), text(parent), {}, {}, line});
     return true;
   }
   bool addObjectClassDimension(const char* className, const char* dimension) override {
@@ -141,13 +182,13 @@ class ModelRecorder : public DtFedTarget {
   bool addSpaceAttribute(const char* className, const char* name, DtTransportType transport,
                          DtOrderType order, const char* space) override {
     if (ObjectClass* owner = findObject(text(className))) {
-      owner->attributes.push_back({text(name), transport, order, text(space), {}});
+      owner->attributes.push_back({text(name), transport, order, text(space), {}, line});
     }
     return true;
   }
   bool addInteractionClass(const char* name, const char* parent, DtTransportType transport,
                            DtOrderType order, const char* space) override {
-    interactions.push_back({text(name), text(parent), transport, order, text(space), {}, {}});
+    interactions.push_back({text(name), text(parent), transport, order, text(space), {}, {}, line});
     return true;
   }
   bool addParameter(const char* className, const char* name) override {
@@ -160,7 +201,7 @@ class ModelRecorder : public DtFedTarget {
                     DtOrderType order, DtSharingType_enum, DtFomUpdateType_enum, const DtString&,
                     DtOwnershipType_enum, const DtString&, void*) override {
     if (ObjectClass* owner = findObject(text(className))) {
-      owner->attributes.push_back({text(name), transport, order, "", {}});
+      owner->attributes.push_back({text(name), transport, order, "", {}, line});
     }
     return true;
   }
@@ -186,11 +227,11 @@ class ModelRecorder : public DtFedTarget {
                     unsigned long rangeUpper, bool excluded,
                     const DtString& normalization) override {
     dimensions.push_back(
-        {text(name), upperBound, rangeLower, rangeUpper, excluded, normalization.c_str()});
+        {text(name), upperBound, rangeLower, rangeUpper, excluded, normalization.c_str(), line});
     return true;
   }
   bool setSwitch(const DtString& name, bool value) override {
-    switches.push_back({name.c_str(), value});
+    switches.push_back({name.c_str(), value, line});
     return DtFedTarget::setSwitch(name, value);
   }
 
@@ -238,11 +279,26 @@ class ModelRecorder : public DtFedTarget {
     }
     return nullptr;
   }
+  static std::string nameOf(const KORRti::DtNotesType& r) { return r.label.c_str(); }
+  static std::string nameOf(const KORRti::DtSynchronizationPointsType& r) {
+    return r.label.c_str();
+  }
   template <typename Record>
-  static bool keep(std::vector<std::unique_ptr<Record>>& records, Record* record) {
+  static std::string nameOf(const Record& r) {
+    return r.name.c_str();
+  }
+  template <typename Record>
+  bool keep(std::vector<std::unique_ptr<Record>>& records, Record* record) {
     records.emplace_back(record);
+    long at = line;
+    if (sectionLines && record) {
+      auto found = sectionLines->find(nameOf(*record));
+      if (found != sectionLines->end()) at = found->second;
+    }
+    if (at > 0) recordLines_[record] = at;
     return true;
   }
+  std::unordered_map<const void*, long> recordLines_;
 };
 
 }  // namespace fomdump
