@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -390,4 +391,69 @@ TEST_F(ReadTest, NestingBeyondTheLimitHalts) {
   EXPECT_EQ(readError(text.c_str()), haltMessage("Nesting too deep at line 1"));
   std::string quotes(DtlMaxReadDepth + 5, '\'');
   EXPECT_EQ(readError(quotes.c_str()), haltMessage("Nesting too deep at line 1"));
+}
+
+namespace {
+
+// Writes down each list's opening and closing line, and what it read as.
+class LineListener : public DtlReadListener {
+ public:
+  void listOpened(DtlInputStream& stream) override {
+    open.push_back(stream.lineCount());
+    events.push_back("open " + std::to_string(stream.lineCount()));
+  }
+  void listClosed(DtlInputStream& stream, DtlObjPtr const& list) override {
+    events.push_back("close " + std::to_string(open.back()) + "-" +
+                     std::to_string(stream.lineCount()) + " " +
+                     (list->tag() == DtlConsTag ? std::to_string(DtcLength(list)) : "nil"));
+    closed[list.get()] = open.back();
+    open.pop_back();
+  }
+  std::vector<int> open;  // the lines of the lists still open
+  std::vector<std::string> events;
+  std::map<DtlObj*, int> closed;
+};
+
+}  // namespace
+
+TEST_F(ReadTest, AListenerIsToldWhereEachListOpensAndCloses) {
+  FileSource source("; heading\n(a\n  (b c)\n  ()\n  '(d)\n  \"(not a list\n\"\n  (e\n   f))\n");
+  LineListener listener;
+  DtlObjPtr form = DtcRead(source.stream(), frame, &listener);
+  // The file stream counts no newline inside a string, so the lists after it stand one line
+  // earlier than in the text.
+  EXPECT_EQ(listener.events, (std::vector<std::string>{"open 2", "open 3", "close 3-3 2", "open 4",
+                                                       "close 4-4 nil", "open 5", "close 5-5 1",
+                                                       "open 7", "close 7-8 2", "close 2-8 6"}));
+  // Each list of the form is the one the listener was told of.
+  ASSERT_EQ(form->tag(), DtlConsTag);
+  EXPECT_EQ(listener.closed.at(form.get()), 2);
+  EXPECT_EQ(listener.closed.at(DtcCadr(form).get()), 3);
+  EXPECT_TRUE(listener.open.empty());
+  // The same text reads the same without a listener.
+  FileSource again("; heading\n(a\n  (b c)\n  ()\n  '(d)\n  \"(not a list\n\"\n  (e\n   f))\n");
+  EXPECT_EQ(printed(DtcRead(again.stream(), frame)), printed(form));
+}
+
+TEST_F(ReadTest, AListenerSeesTheListsLeftOpenByAHalt) {
+  FileSource source("(a\n (b\n  (c)\n d\n");
+  LineListener listener;
+  EXPECT_EQ(initialMessage([&] { DtcRead(source.stream(), frame, &listener); }),
+            haltMessage("Missing \")\""));
+  EXPECT_EQ(listener.open, (std::vector<int>{1, 2}));
+  // A stray ")" is refused as without a listener, with nothing opened.
+  DtlStringInputStream stray(")");
+  LineListener none;
+  EXPECT_EQ(initialMessage([&] { DtcRead(&stray, frame, &none); }),
+            haltMessage("Unexpected \")\" at line 1"));
+  EXPECT_TRUE(none.events.empty());
+}
+
+TEST_F(ReadTest, AnAtomIsReadWithNoListEvent) {
+  LineListener listener;
+  DtlStringInputStream stream("word");
+  EXPECT_TRUE(isSymbol(DtcRead(&stream, frame, &listener), "word"));
+  EXPECT_TRUE(listener.events.empty());
+  DtlStringInputStream none("x");
+  EXPECT_TRUE(isSymbol(DtcRead(&none, frame, nullptr), "x"));
 }

@@ -133,15 +133,21 @@ TEST(ToolFomdump, WrongFileSaysWhy) {
   EXPECT_EQ(outcome.out, "FOM file: " + path +
                              "\nFormat: 1.3\nRouting spaces: 0\nObject classes: 1\n"
                              "  class ObjectRoot\nInteraction classes: 0\n");
-  EXPECT_EQ(outcome.err, "fomdump: " + path + ": Invalid OrderType for Attribute: a\n");
+  // The reader's message, then the check's, at the line of the attribute.
+  EXPECT_EQ(outcome.err, "fomdump: " + path + ": Invalid OrderType for Attribute: a\n" + path +
+                             ":1: order \"soon\" of attribute \"a\" is not receive or timestamp\n");
 }
 
 TEST(ToolFomdump, SilentFailureStillGetsAMessage) {
   ktltest::Outcome outcome = fomdump({theCorpus + "/openrti_fdd-1.fed"});
   EXPECT_EQ(outcome.status, 2);
+  // The reader says nothing; the check says why.
   EXPECT_EQ(outcome.err, "fomdump: " + theCorpus +
                              "/openrti_fdd-1.fed: the file does not have the form of a FED "
-                             "file\n");
+                             "file\n" +
+                             theCorpus +
+                             "/openrti_fdd-1.fed:4: there is no (spaces ...) before this list: "
+                             "--fix adds an empty (spaces)\n");
 }
 
 const std::string the1516Corpus = std::string(KTL_TEST_DATA_DIR) + "/fom/ieee1516-2000";
@@ -468,7 +474,8 @@ TEST(ToolFomdump, CommandLineErrors) {
   EXPECT_EQ(outcome.err,
             "fomdump: Required argument missing: file\n"
             "Usage: fomdump [-v] [--json] [--strict] [--validate] [--check] [--no-mim] [--mim "
-            "FILE] [--graph modules|classes] FILE... (see fomdump --help)\n");
+            "FILE] [--graph modules|classes] FILE... or fomdump --fix FILE.fed (see fomdump "
+            "--help)\n");
   outcome = fomdump({"--bogus", theExample});
   EXPECT_EQ(outcome.status, 64);
   EXPECT_EQ(outcome.err.find("fomdump: Couldn't find match for argument"), 0u) << outcome.err;
@@ -896,6 +903,61 @@ TEST(ToolFomdump, TheShippedRestaurantFederationChecksClean) {
               ktltest::fileText(std::string(KTL_TEST_DATA_DIR) +
                                 "/fom/ieee1516-2010/portico-restaurant/" + name));
   }
+}
+
+TEST(ToolFomdump, CheckTellsEachDeviationOfAFedFileAndExits4) {
+  const std::string file = theCorpus + "/openrti_fdd-1.fed";
+  ktltest::Outcome outcome = fomdump({"--check", file});
+  EXPECT_EQ(outcome.status, 4);
+  EXPECT_EQ(outcome.err, file + ": the file does not have the form of a FED file\n" + file +
+                             ":4: there is no (spaces ...) before this list: --fix adds an empty "
+                             "(spaces)\n");
+  // A file that reads with a warning fails the check too; one in the strict form passes.
+  const std::string warned =
+      theCorpus + "/negative/portico_testfom-undefinedAttributeTransport.fed";
+  ktltest::Outcome transport = fomdump({"--check", warned});
+  EXPECT_EQ(transport.status, 4);
+  EXPECT_NE(transport.err.find(warned +
+                               ":14: warning: transport \"noSuchTransport\" of attribute \"aa\" "
+                               "is not reliable or best_effort: the reader warns and delivers it "
+                               "as -1\n"),
+            std::string::npos)
+      << transport.err;
+  EXPECT_EQ(fomdump({"--check", theCorpus + "/portico_testfom.fed"}).status, 0);
+}
+
+TEST(ToolFomdump, FixWritesTheStrictFormOrSaysWhyNot) {
+  const std::string file = theCorpus + "/openrti_fdd-1.fed";
+  ktltest::Outcome outcome = fomdump({"--fix", file});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(
+      outcome.out.find("(FED\n  (Federation test)\n  (FEDversion v1.3)\n  (spaces)\n  (objects\n"),
+      0u)
+      << outcome.out;
+  EXPECT_EQ(outcome.err, file +
+                             ":4: there is no (spaces ...) before this list: --fix adds an empty "
+                             "(spaces)\n");
+  // What it writes reads.
+  const std::string mended = ktltest::writeTempFile(outcome.out, ".fed");
+  EXPECT_EQ(fomdump({mended}).status, 0);
+  const std::string refused = theCorpus + "/jcerti_uav.fed";
+  ktltest::Outcome no = fomdump({"--fix", refused});
+  EXPECT_EQ(no.status, 2);
+  EXPECT_EQ(no.out, "");
+  EXPECT_EQ(no.err, refused +
+                        ":17: (interactions ...) must hold one class, InteractionRoot, and holds 0 "
+                        "entries\n" +
+                        refused +
+                        ":17: cannot be mended without a guess: (interactions ...) must hold one "
+                        "class, InteractionRoot, and holds 0 entries\n");
+  EXPECT_EQ(fomdump({"--fix", "/no/such/file.fed"}).status, 1);
+  EXPECT_EQ(fomdump({"--fix", file, file}).status, 64);
+  EXPECT_EQ(fomdump({"--fix", "--json", file}).status, 64);
+  const std::string xml = the1516Corpus + "/RPR_FOM_v2.0_1516-2000.xml";
+  ktltest::Outcome notFed = fomdump({"--fix", xml});
+  EXPECT_EQ(notFed.status, 64);
+  EXPECT_EQ(notFed.err,
+            "fomdump: --fix rewrites HLA 1.3 FED files, and " + xml + " is an XML document\n");
 }
 
 }  // namespace

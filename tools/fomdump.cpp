@@ -24,6 +24,7 @@
 #include <ktl/xmlFedReader.h>
 #include <util/notify.h>
 
+#include "fomdump/fedCheck.h"
 #include "fomdump/federation.h"
 #include "fomdump/graph.h"
 #include "fomdump/merge.h"
@@ -83,6 +84,19 @@ int lineOf(const std::string& error) {
 // "FILE:LINE: " where the line is known, "FILE: " otherwise.
 std::string where(const std::string& file, long line) {
   return line > 0 ? file + ":" + std::to_string(line) + ": " : file + ": ";
+}
+
+// Each deviation of an HLA 1.3 FED file from the strict form, one a line on standard error.
+// Answers how many there are.
+size_t reportFedDeviations(const std::string& file) {
+  fomdump::FedCheck check;
+  fomdump::checkFed(file, check);
+  for (const fomdump::FedDeviation& deviation : check.deviations) {
+    const bool warned = deviation.kind == fomdump::FedDeviation::Kind::kWarned;
+    std::fprintf(stderr, "%s%s%s\n", where(file, deviation.line).c_str(), warned ? "warning: " : "",
+                 deviation.message.c_str());
+  }
+  return check.deviations.size();
 }
 
 // The reference as the program reports it: what became of it.
@@ -237,6 +251,7 @@ struct Options {
   bool noMim = false;
   std::string mim;
   std::string graph;  // "modules", "classes", or empty for the model
+  bool fix = false;
   // One file and nothing that asks for a federation: that file's model alone.
   bool singleModule() const {
     return files.size() == 1 && !check && !noMim && mim.empty() && graph.empty();
@@ -267,12 +282,46 @@ int dumpModule(const Options& options) {
     const char* why = module.error.empty() ? "the file does not have the form of a FED file"
                                            : module.error.c_str();
     std::fprintf(stderr, "fomdump: %s: %s\n", fileName.c_str(), why);
+    // The reader stops at the first fault, often without a word: the check says where and why.
+    if (module.type == DtFomType13) reportFedDeviations(fileName);
     return kExitWrongFile;
   }
   // A read that succeeds may still leave its last warning.
   if (!module.error.empty()) {
     std::fprintf(stderr, "fomdump: %s: warning: %s\n", fileName.c_str(), module.error.c_str());
   }
+  return kExitRead;
+}
+
+// An HLA 1.3 FED file rewritten in the strict form on standard output, its deviations told on
+// standard error.
+int fixFedFile(const Options& options) {
+  const std::string& file = options.files.front();
+  const size_t dot = file.find_last_of('.');
+  if (dot != std::string::npos && strcasecmp(file.c_str() + dot, ".xml") == 0) {
+    std::fprintf(stderr, "fomdump: --fix rewrites HLA 1.3 FED files, and %s is an XML document\n",
+                 file.c_str());
+    return kExitUsage;
+  }
+  fomdump::FedCheck check;
+  fomdump::checkFed(file, check);
+  if (!check.opened) {
+    std::fprintf(stderr, "fomdump: cannot open FOM file: %s\n", file.c_str());
+    return kExitNoFile;
+  }
+  for (const fomdump::FedDeviation& deviation : check.deviations) {
+    const bool warned = deviation.kind == fomdump::FedDeviation::Kind::kWarned;
+    std::fprintf(stderr, "%s%s%s\n", where(file, deviation.line).c_str(), warned ? "warning: " : "",
+                 deviation.message.c_str());
+  }
+  std::string mended;
+  fomdump::FedDeviation stop;
+  if (!fomdump::mendFed(check, mended, stop)) {
+    std::fprintf(stderr, "%scannot be mended without a guess: %s\n", where(file, stop.line).c_str(),
+                 stop.message.c_str());
+    return kExitWrongFile;
+  }
+  std::fwrite(mended.data(), 1, mended.size(), stdout);
   return kExitRead;
 }
 
@@ -321,6 +370,8 @@ int dumpFederation(const Options& options) {
   }
   // One message per line, "FILE:LINE: message" where the line is known.
   bool faults = false;
+  // A failed read exits 2, unless it is a FED file that --check explains deviation by deviation.
+  bool unexplained = false;
   for (const Module& module : federation.modules) {
     if (module.result != DtFedOk) {
       const std::string why =
@@ -331,6 +382,13 @@ int dumpFederation(const Options& options) {
       std::fprintf(stderr, "%swarning: %s\n", where(module.file, lineOf(module.error)).c_str(),
                    module.error.c_str());
     }
+    // A FED file that fails is told deviation by deviation; under --check, one that reads too.
+    size_t deviations = 0;
+    if (module.type == DtFomType13 && (module.result != DtFedOk || options.check)) {
+      deviations = reportFedDeviations(module.file);
+    }
+    faults = faults || deviations > 0;
+    unexplained = unexplained || (module.result != DtFedOk && deviations == 0);
   }
   for (const Resolution& resolution : federation.resolutions) {
     if (resolution.resolved) continue;
@@ -351,7 +409,10 @@ int dumpFederation(const Options& options) {
     std::fprintf(stderr, "%s%s\n", where(unresolved.file, unresolved.line).c_str(),
                  unresolvedText(unresolved).c_str());
   }
-  if (options.check && faults && status == kExitRead) status = kExitCheckFailed;
+  if (options.check && faults &&
+      (status == kExitRead || (status == kExitWrongFile && !unexplained))) {
+    status = kExitCheckFailed;
+  }
   return status;
 }
 
@@ -391,6 +452,12 @@ int run(int argc, char** argv) {
         "graph (modules) or the merged class hierarchy with each class's module (classes) as "
         "Graphviz DOT",
         false, "", &graphNames, cmd);
+    TCLAP::SwitchArg fixArg("", "fix",
+                            "Write the HLA 1.3 FED file in the strict form the reader reads, "
+                            "mending keyword case, entries the form has no place for and a "
+                            "missing (spaces); refuse, naming the first deviation, when a "
+                            "deviation cannot be mended without a guess",
+                            cmd, false);
     TCLAP::UnlabeledMultiArg<std::string> fileArg(
         "file",
         "The FOM files to read: one is printed as its reader delivers it, several are loaded "
@@ -407,6 +474,11 @@ int run(int argc, char** argv) {
     options.noMim = noMimArg.getValue();
     options.mim = mimArg.getValue();
     options.graph = graphArg.getValue();
+    options.fix = fixArg.getValue();
+    if (options.fix && (options.files.size() != 1 || options.check || options.asJson ||
+                        options.noMim || !options.mim.empty() || !options.graph.empty())) {
+      throw TCLAP::CmdLineParseException("--fix takes one FED file and no other option but -v");
+    }
     // The file list takes every word that no option claims, an unknown option too.
     for (const std::string& file : options.files) {
       if (file.size() > 1 && file[0] == '-') {
@@ -418,12 +490,13 @@ int run(int argc, char** argv) {
   } catch (TCLAP::ArgException& e) {
     std::fprintf(stderr,
                  "fomdump: %s\nUsage: fomdump [-v] [--json] [--strict] [--validate] [--check] "
-                 "[--no-mim] [--mim FILE] [--graph modules|classes] FILE... (see fomdump "
-                 "--help)\n",
+                 "[--no-mim] [--mim FILE] [--graph modules|classes] FILE... or fomdump --fix "
+                 "FILE.fed (see fomdump --help)\n",
                  e.error().c_str());
     return kExitUsage;
   }
   if (options.verbose && DtNotifyLevel < 3) DtNotifyLevel = 3;
+  if (options.fix) return fixFedFile(options);
   return options.singleModule() ? dumpModule(options) : dumpFederation(options);
 }
 

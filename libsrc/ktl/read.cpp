@@ -41,10 +41,12 @@ std::string atLine(char const* text, DtlInputStream* stream) {
 
 }  // namespace
 
+DtlReadListener::~DtlReadListener() = default;
+
 // The readers behind DtcRead.
 DtlObjPtr lreadstring(DtlInputStream* stream);
-DtlObjPtr lreadparen(DtlInputStream* stream, DtlObjPtr const& env);
-DtlObjPtr lreadquoted(DtlInputStream* stream, DtlObjPtr const& env);
+DtlObjPtr lreadparen(DtlInputStream* stream, DtlObjPtr const& env, DtlReadListener* listener);
+DtlObjPtr lreadquoted(DtlInputStream* stream, DtlObjPtr const& env, DtlReadListener* listener);
 DtlObjPtr lreadtk(DtlInputStream* stream, DtlObjPtr const& env);
 using detail::lreadnum;
 
@@ -73,16 +75,20 @@ DtlObjPtr lreadstring(DtlInputStream* stream) {
   }
 }
 
-DtlObjPtr lreadparen(DtlInputStream* stream, DtlObjPtr const& env) {
+DtlObjPtr lreadparen(DtlInputStream* stream, DtlObjPtr const& env, DtlReadListener* listener) {
+  if (listener) listener->listOpened(*stream);
   // Built front to back in a loop, so the length of a list costs no stack.
   DtlObjPtr head = DtlObjPtr::nil();
   DtlObj* last = nullptr;
   for (;;) {
     int c = stream->fgetc_past_whitespace();
-    if (c == ')') return head;
+    if (c == ')') {
+      if (listener) listener->listClosed(*stream, head);
+      return head;
+    }
     if (c == -1) DtcHaltAndCatchFire("Missing \")\"");
     stream->ungetc(c);
-    DtlObjPtr cell = DtcCons(DtcRead(stream, env), DtlObjPtr::nil());
+    DtlObjPtr cell = DtcCons(DtcRead(stream, env, listener), DtlObjPtr::nil());
     if (last) {
       last->setCdr(cell);
     } else {
@@ -92,8 +98,8 @@ DtlObjPtr lreadparen(DtlInputStream* stream, DtlObjPtr const& env) {
   }
 }
 
-DtlObjPtr lreadquoted(DtlInputStream* stream, DtlObjPtr const& env) {
-  DtlObjPtr quoted = DtcRead(stream, env);
+DtlObjPtr lreadquoted(DtlInputStream* stream, DtlObjPtr const& env, DtlReadListener* listener) {
+  DtlObjPtr quoted = DtcRead(stream, env, listener);
   return DtcCons(DtcIntern("quote", env), DtcCons(quoted, DtlObjPtr::nil()));
 }
 
@@ -136,6 +142,10 @@ DtlObjPtr lreadtk(DtlInputStream* stream, DtlObjPtr const& env) {
 }
 
 DtlObjPtr DtcRead(DtlInputStream* stream, DtlObjPtr const& env) {
+  return DtcRead(stream, env, nullptr);
+}
+
+DtlObjPtr DtcRead(DtlInputStream* stream, DtlObjPtr const& env, DtlReadListener* listener) {
   try {
     DepthGuard depth;
     if (readDepth > DtlMaxReadDepth || DtcStackNearlyExhausted()) {
@@ -148,9 +158,9 @@ DtlObjPtr DtcRead(DtlInputStream* stream, DtlObjPtr const& env) {
       case '"':
         return lreadstring(stream);
       case '\'':
-        return lreadquoted(stream, env);
+        return lreadquoted(stream, env, listener);
       case '(':
-        return lreadparen(stream, env);
+        return lreadparen(stream, env, listener);
       case ')':
         DtcHaltAndCatchFire(atLine("Unexpected \")\"", stream));
       default:
