@@ -203,9 +203,15 @@ class Checker {
     return span ? span->line : otherwise;
   }
 
-  // The line of a byte of the text.
-  long lineAt(size_t offset) const {
-    return 1 + std::count(text_.begin(), text_.begin() + std::min(offset, text_.size()), '\n');
+  // The line of a byte of the text, by the newlines before it (found once).
+  long lineAt(size_t offset) {
+    if (newlines_.empty()) {
+      for (size_t at = text_.find('\n'); at != std::string::npos; at = text_.find('\n', at + 1)) {
+        newlines_.push_back(at);
+      }
+      newlines_.push_back(std::string::npos);
+    }
+    return 1 + (std::lower_bound(newlines_.begin(), newlines_.end(), offset) - newlines_.begin());
   }
 
   // Past white space and comments from a byte on, as the reader passes them.
@@ -587,6 +593,7 @@ class Checker {
   FedCheck& check_;
   const std::string& text_;
   const std::unordered_map<const DtlObj*, Span>& spans_;
+  std::vector<size_t> newlines_;  // offsets of the text's newlines, then npos
 };
 
 // The text of a halt of the reader, without its prefix.
