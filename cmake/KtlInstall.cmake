@@ -19,7 +19,8 @@ endforeach()
 install(EXPORT ktlTargets
   NAMESPACE ktl::
   FILE ktlTargets.cmake
-  DESTINATION ${KTL_INSTALL_CMAKEDIR})
+  DESTINATION ${KTL_INSTALL_CMAKEDIR}
+  COMPONENT development)
 
 configure_package_config_file(
   ${PROJECT_SOURCE_DIR}/cmake/ktlConfig.cmake.in
@@ -32,7 +33,8 @@ write_basic_package_version_file(
 install(FILES
   ${PROJECT_BINARY_DIR}/cmake/ktlConfig.cmake
   ${PROJECT_BINARY_DIR}/cmake/ktlConfigVersion.cmake
-  DESTINATION ${KTL_INSTALL_CMAKEDIR})
+  DESTINATION ${KTL_INSTALL_CMAKEDIR}
+  COMPONENT development)
 
 # ktl.pc is written at install time, so that it names the prefix actually installed to, also
 # when that is chosen with `cmake --install --prefix`.
@@ -53,6 +55,7 @@ install(CODE "
   set(KTL_PC_DESCRIPTION [[${PROJECT_DESCRIPTION}]])
   set(KTL_PC_VERSION [[${PROJECT_VERSION}]])
   configure_file([[${PROJECT_SOURCE_DIR}/cmake/ktl.pc.in]] [[${PROJECT_BINARY_DIR}/pkgconfig/ktl.pc]] @ONLY)
-")
+" COMPONENT development)
 install(FILES ${PROJECT_BINARY_DIR}/pkgconfig/ktl.pc
-  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+  COMPONENT development)

@@ -2,6 +2,9 @@
 #define KTL_ALIST_H
 
 #include <ktl/memory.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -15,5 +18,7 @@ DtlObjPtr DtlAssq(DtlObjPtr const& args, DtlObjPtr const& env);
 DtlObjPtr DtlAssv(DtlObjPtr const& args, DtlObjPtr const& env);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -6,6 +6,9 @@
 #include <ktl/environment.h>
 #include <ktl/variableGroup.h>
 #include <util/dtString.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -67,5 +70,7 @@ class DtApplicationSettings : public DtVariableGroup {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -2,6 +2,9 @@
 #define KTL_ATOM_H
 
 #include <ktl/memory.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -22,5 +25,7 @@ DtlObjPtr DtcInternCompiledC(char const* name, DtlPrimitive fn, DtlObjPtr const&
 DtlObjPtr alloc_compiled_c(DtlTagType tag, char const* name, DtlPrimitive fn);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -4,9 +4,12 @@
 #include <ktl/cmdLine.h>
 #include <ktl/environment.h>
 #include <util/dtString.h>
+#include <util/export.h>
 
 #include <list>
 #include <set>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -79,5 +82,7 @@ class DtBaseConfigVariable {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -8,9 +8,12 @@
 // one line for all of them.
 #include <tclap/CmdLine.h>
 #include <util/dtString.h>
+#include <util/export.h>
 
 #include <string>
 #include <vector>
+
+KTL_API_BEGIN
 
 // A DtString argument takes the whole text of its value, blanks included, as std::string does.
 namespace TCLAP {
@@ -104,5 +107,7 @@ class CmdLine : public TCLAP::CmdLine {
 
 }  // namespace DtCmdLine
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

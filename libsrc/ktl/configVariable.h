@@ -10,12 +10,15 @@
 #include <matrix/vector.h>
 #include <util/dtException.h>
 #include <util/dtString.h>
+#include <util/export.h>
 
 #include <iostream>
 #include <list>
 #include <set>
 #include <string>
 #include <type_traits>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -347,5 +350,7 @@ extern template class DtConfigVariable<double>;
 extern template class DtConfigVariable<bool>;
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -2,6 +2,9 @@
 #define KTL_ENVINIT_H
 
 #include <ktl/memory.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -11,5 +14,7 @@ namespace KORRti {
 void DtcGlobalEnvInit(DtlObjPtr& env);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

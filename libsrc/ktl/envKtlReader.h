@@ -4,8 +4,11 @@
 #include <ktl/envXmlReader.h>
 #include <ktl/environment.h>
 #include <ktl/memory.h>
+#include <util/export.h>
 
 #include <memory>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -40,5 +43,7 @@ class DtEnvKTLReader : public DtEnvReader {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

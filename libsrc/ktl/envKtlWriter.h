@@ -3,9 +3,12 @@
 
 #include <ktl/envXmlWriter.h>
 #include <ktl/environment.h>
+#include <util/export.h>
 
 #include <cstdint>
 #include <fstream>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -33,5 +36,7 @@ class DtEnvKTLWriter : public DtEnvWriter {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

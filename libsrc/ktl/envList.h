@@ -2,8 +2,11 @@
 #define KTL_ENVLIST_H
 
 #include <ktl/envValue.h>
+#include <util/export.h>
 
 #include <list>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -50,5 +53,7 @@ class DtEnvList : public DtEnvValue {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

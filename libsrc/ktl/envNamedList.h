@@ -2,6 +2,9 @@
 #define KTL_ENVNAMEDLIST_H
 
 #include <ktl/envList.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -26,5 +29,7 @@ class DtEnvNamedList : public DtEnvList {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

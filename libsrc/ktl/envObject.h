@@ -2,9 +2,12 @@
 #define KTL_ENVOBJECT_H
 
 #include <ktl/envNamedList.h>
+#include <util/export.h>
 
 #include <map>
 #include <memory>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -57,5 +60,7 @@ class DtEnvObject : public DtEnvNamedList {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -3,9 +3,12 @@
 
 #include <ktl/envObject.h>
 #include <ktl/environment.h>
+#include <util/export.h>
 
 #include <map>
 #include <memory>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -65,5 +68,7 @@ class DtEnvObjectSync {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -2,9 +2,12 @@
 #define KTL_ENVVALUE_H
 
 #include <util/dtString.h>
+#include <util/export.h>
 
 #include <cstdint>
 #include <memory>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -62,5 +65,7 @@ class DtEnvValue {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -3,8 +3,11 @@
 
 #include <ktl/environment.h>
 #include <util/dtString.h>
+#include <util/export.h>
 
 #include <memory>
+
+KTL_API_BEGIN
 
 // libxml2's types, as its headers declare them; a host needs libxml2's headers only to
 // override the reading steps.
@@ -136,5 +139,7 @@ class DtEnvXMLReader : public DtEnvReader {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

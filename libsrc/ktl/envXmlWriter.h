@@ -3,8 +3,11 @@
 
 #include <ktl/environment.h>
 #include <util/dtString.h>
+#include <util/export.h>
 
 #include <memory>
+
+KTL_API_BEGIN
 
 // libxml2's text writer and memory buffer, as <libxml/xmlwriter.h> and <libxml/tree.h> declare
 // them; a host needs libxml2's headers only to override the writing steps.
@@ -83,5 +86,7 @@ class DtEnvXMLWriter : public DtEnvWriter {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -6,10 +6,13 @@
 #include <ktl/envObject.h>
 #include <ktl/envValue.h>
 #include <ktl/nativeValue.h>
+#include <util/export.h>
 
 #include <list>
 #include <memory>
 #include <ostream>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -115,5 +118,7 @@ class DtEnvironment {
 std::ostream& operator<<(std::ostream& out, const DtEnvironment& env);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -2,6 +2,9 @@
 #define KTL_EVAL_H
 
 #include <ktl/memory.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -39,5 +42,7 @@ DtlObjPtr DtlSequence(DtlObjPtr const& args, DtlObjPtr const& env);
 DtlObjPtr DtlEval(DtlObjPtr const& args, DtlObjPtr const& env);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

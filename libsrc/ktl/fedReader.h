@@ -1,6 +1,7 @@
 #ifndef KTL_FEDREADER_H
 #define KTL_FEDREADER_H
 
+#include <util/export.h>
 #include <cstdint>
 #include <cstdio>
 #include <map>
@@ -8,6 +9,8 @@
 
 #include <util/dtFilename.h>
 #include <util/dtString.h>
+
+KTL_API_BEGIN
 
 struct _xmlNode;
 
@@ -235,5 +238,7 @@ class DtFedReader {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

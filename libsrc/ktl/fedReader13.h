@@ -1,11 +1,14 @@
 #ifndef KTL_FEDREADER13_H
 #define KTL_FEDREADER13_H
 
+#include <util/export.h>
 #include <functional>
 
 #include <ktl/fedReader.h>
 #include <ktl/memory.h>
 #include <ktl/null.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -200,5 +203,7 @@ int walkClassBody(Reader& reader, DtlObjPtr rest, const char* className, const c
 }  // namespace DtFed13Form
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

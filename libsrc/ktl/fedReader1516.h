@@ -2,6 +2,9 @@
 #define KTL_FEDREADER1516_H
 
 #include <ktl/xmlFedReader.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 // libxml2's document type, declared as libxml2 declares it.
 struct _xmlDoc;
@@ -94,5 +97,7 @@ class DtFedReader1516 : public DtXmlFedReader {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -2,6 +2,9 @@
 #define KTL_FEDREADER1516_4_H
 
 #include <ktl/fedReader1516e.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -26,5 +29,7 @@ class DtFedReader1516_4 : public DtFedReader1516e {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -1,9 +1,12 @@
 #ifndef KTL_FEDREADER1516E_H
 #define KTL_FEDREADER1516E_H
 
+#include <util/export.h>
 #include <utility>
 
 #include <ktl/xmlFedReader.h>
+
+KTL_API_BEGIN
 
 // libxml2's document type, declared as libxml2 declares it.
 struct _xmlDoc;
@@ -130,5 +133,7 @@ class DtFedReader1516e : public DtXmlFedReader {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -2,6 +2,9 @@
 #define KTL_FEDREADERFACTORY_H
 
 #include <ktl/fedReader.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 // Makes the reader for a FOM format, or for an open file whose format it tells by the file's
 // name and content (KORRti::DtFedReader::checkFomType). The factory holds nothing: both
@@ -25,5 +28,7 @@ class DtFedReaderFactory {
   KORRti::DtFedReader* makeFedReader(void* file, KORRti::DtFedTarget* target,
                                      const KORRti::DtFilename& fileName);
 };
+
+KTL_API_END
 
 #endif

@@ -1,12 +1,15 @@
 #ifndef KTL_FOMSORTER_H
 #define KTL_FOMSORTER_H
 
+#include <util/export.h>
 #include <map>
 #include <set>
 #include <utility>
 #include <vector>
 
 #include <util/dtString.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -72,5 +75,7 @@ class DtFomSorter {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

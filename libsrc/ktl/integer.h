@@ -2,6 +2,9 @@
 #define KTL_INTEGER_H
 
 #include <ktl/memory.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -11,5 +14,7 @@ namespace KORRti {
 int DtcSetIfBoundp(char* name, int* out, DtlObjPtr const& env);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -1,9 +1,12 @@
 #ifndef KTL_IO_H
 #define KTL_IO_H
 
+#include <util/export.h>
 #include <string>
 
 #include <ktl/memory.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -32,5 +35,7 @@ DtlObjPtr DtlFormat(DtlObjPtr const& args, DtlObjPtr const& env);
 DtlObjPtr DtlDescribe(DtlObjPtr const& args, DtlObjPtr const& env);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -3,6 +3,9 @@
 
 #include <ktl/memory.h>
 #include <util/dtString.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -59,5 +62,7 @@ class DtKtlEnvironment {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -3,6 +3,9 @@
 
 #include <ktl/fedReader.h>
 #include <ktl/memory.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -38,5 +41,7 @@ class DtKtlFedReader : public DtFedReader {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -2,6 +2,9 @@
 #define KTL_LENV_H
 
 #include <ktl/memory.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -64,5 +67,7 @@ DtlObjPtr DtlFrameBound(DtlObjPtr const& args, DtlObjPtr const& env);
 DtlObjPtr DtlEnvDump(DtlObjPtr const& args, DtlObjPtr const& env);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

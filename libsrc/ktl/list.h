@@ -2,6 +2,9 @@
 #define KTL_LIST_H
 
 #include <ktl/memory.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -34,5 +37,7 @@ DtlObjPtr DtlLambda(DtlObjPtr const& args, DtlObjPtr const& env);
 DtlObjPtr DtlLet(DtlObjPtr const& args, DtlObjPtr const& env);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

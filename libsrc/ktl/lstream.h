@@ -1,8 +1,11 @@
 #ifndef KTL_LSTREAM_H
 #define KTL_LSTREAM_H
 
+#include <util/export.h>
 #include <cstdint>
 #include <cstdio>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -63,5 +66,7 @@ class DtlStringInputStream : public DtlInputStream {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -2,6 +2,9 @@
 #define KTL_LSTRING_H
 
 #include <ktl/memory.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -29,5 +32,7 @@ int DtcListToStr(DtlObjPtr const& list, char** out);
 }  // namespace detail
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -2,6 +2,9 @@
 #define KTL_MATH_H
 
 #include <ktl/memory.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -25,5 +28,7 @@ DtlObjPtr DtlCos(DtlObjPtr const& args, DtlObjPtr const& env);
 DtlObjPtr DtlLogIOr(DtlObjPtr const& args, DtlObjPtr const& env);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -1,8 +1,11 @@
 #ifndef KTL_MEMORY_H
 #define KTL_MEMORY_H
 
+#include <util/export.h>
 #include <cstdint>
 #include <cstdio>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -213,5 +216,7 @@ DtlObjPtr DtcPrint(DtlObjPtr const& x);
 DtlObjPtr DtlMem(DtlObjPtr const& args, DtlObjPtr const& env);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

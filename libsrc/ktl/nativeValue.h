@@ -2,8 +2,11 @@
 #define KTL_NATIVEVALUE_H
 
 #include <ktl/envValue.h>
+#include <util/export.h>
 
 #include <memory>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -29,5 +32,7 @@ class DtNativeValue : public DtEnvValue {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -2,6 +2,9 @@
 #define KTL_NULL_H
 
 #include <ktl/memory.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -45,5 +48,7 @@ DtlObjPtr DtlAnd(DtlObjPtr const& args, DtlObjPtr const& env);
 DtlObjPtr DtlOr(DtlObjPtr const& args, DtlObjPtr const& env);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

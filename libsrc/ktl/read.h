@@ -3,6 +3,9 @@
 
 #include <ktl/lstream.h>
 #include <ktl/memory.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -42,5 +45,7 @@ DtlObjPtr lreadnum(char const* text);
 }  // namespace detail
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

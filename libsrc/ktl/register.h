@@ -3,6 +3,9 @@
 
 #include <ktl/memory.h>
 #include <util/dtString.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -128,5 +131,7 @@ DtlObjPtr DtlPrintRegistered(DtlObjPtr const& args, DtlObjPtr const& env);
 void DtcEmptyParamList(DtList* params);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

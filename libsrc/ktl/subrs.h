@@ -1,10 +1,13 @@
 #ifndef KTL_SUBRS_H
 #define KTL_SUBRS_H
 
+#include <util/export.h>
 #include <vector>
 
 #include <ktl/memory.h>
 #include <util/dtFilename.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -80,5 +83,7 @@ DtlObjPtr loadLispFile(DtlObjPtr const& dirs, char const* name, DtlObjPtr const&
 }  // namespace detail
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -4,9 +4,12 @@
 #include <ktl/baseConfigVariable.h>
 #include <ktl/environment.h>
 #include <util/dtString.h>
+#include <util/export.h>
 
 #include <list>
 #include <set>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -66,5 +69,7 @@ class DtVariableGroup : public DtBaseConfigVariable {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -1,12 +1,15 @@
 #ifndef KTL_XMLFEDREADER_H
 #define KTL_XMLFEDREADER_H
 
+#include <util/export.h>
 #include <memory>
 #include <set>
 #include <string>
 
 #include <ktl/fedReader.h>
 #include <util/dtString.h>
+
+KTL_API_BEGIN
 
 // libxml2's node and character types, declared as libxml2 declares them, so that a host
 // includes this header without libxml2's include path.
@@ -427,5 +430,7 @@ class DtXmlFedReader : public DtFedReader {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -1,6 +1,10 @@
 #ifndef MATRIX_TAITBRYAN_H
 #define MATRIX_TAITBRYAN_H
 
+#include <util/export.h>
+
+KTL_API_BEGIN
+
 namespace KORRti {
 
 // Tait-Bryan angles: psi (heading), theta (pitch), phi (roll), in that order.
@@ -28,5 +32,7 @@ class DtTaitBryan {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

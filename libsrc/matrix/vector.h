@@ -1,6 +1,10 @@
 #ifndef MATRIX_VECTOR_H
 #define MATRIX_VECTOR_H
 
+#include <util/export.h>
+
+KTL_API_BEGIN
+
 namespace KORRti {
 
 // Three components of one type, read by name or by index 0 to 2.
@@ -35,5 +39,7 @@ class DtVector64 : public DtVectorT<double> {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -1,9 +1,12 @@
 #ifndef UTIL_DTEXCEPTION_H
 #define UTIL_DTEXCEPTION_H
 
+#include <util/export.h>
 #include <iosfwd>
 #include <memory>
 #include <string>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -63,5 +66,7 @@ std::ostream& operator<<(std::ostream& out, const DtException& exception);
 std::string DtSourceName(const char* file);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -2,6 +2,9 @@
 #define UTIL_DTFILENAME_H
 
 #include <util/dtString.h>
+#include <util/export.h>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -35,5 +38,7 @@ class DtFilename : public DtString {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

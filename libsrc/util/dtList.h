@@ -1,6 +1,10 @@
 #ifndef UTIL_DTLIST_H
 #define UTIL_DTLIST_H
 
+#include <util/export.h>
+
+KTL_API_BEGIN
+
 namespace KORRti {
 
 class DtList;
@@ -43,5 +47,7 @@ class DtList {
 };
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -1,8 +1,11 @@
 #ifndef UTIL_DTSTRING_H
 #define UTIL_DTSTRING_H
 
+#include <util/export.h>
 #include <iosfwd>
 #include <string>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -82,5 +85,7 @@ std::ostream& operator<<(std::ostream& out, const DtString& text);
 DtString DtReplaceAllSubstrings(const DtString& text, const DtString& from, const DtString& to);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

@@ -1,9 +1,12 @@
 #ifndef UTIL_NOTIFY_H
 #define UTIL_NOTIFY_H
 
+#include <util/export.h>
 #include <cstdio>
 #include <ostream>
 #include <streambuf>
+
+KTL_API_BEGIN
 
 namespace KORRti {
 
@@ -47,5 +50,7 @@ extern DtOutputStream DtVerbose;  // standard output, level 3
 extern DtOutputStream DtDebug;    // standard output, level 4
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

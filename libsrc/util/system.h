@@ -1,6 +1,10 @@
 #ifndef UTIL_SYSTEM_H
 #define UTIL_SYSTEM_H
 
+#include <util/export.h>
+
+KTL_API_BEGIN
+
 namespace KORRti {
 
 // The platform's name, as uname reports it ("Linux").
@@ -10,5 +14,7 @@ int DtPollBlockingInputChar();
 void DtSleep(double seconds);
 
 }  // namespace KORRti
+
+KTL_API_END
 
 #endif

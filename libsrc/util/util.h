@@ -5,6 +5,7 @@
 #include <util/dtFilename.h>
 #include <util/dtList.h>
 #include <util/dtString.h>
+#include <util/export.h>
 #include <util/notify.h>
 #include <util/system.h>
 
