@@ -8,7 +8,7 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// The first pair of alist whose car matches key, or nil: by DtcEqual, DtcEq or DtcEqualSign.
+/// The first pair of alist whose car matches key, or nil: by DtcEqual, DtcEq or DtcEqualSign.
 DtlObjPtr DtcAssoc(DtlObjPtr const& key, DtlObjPtr const& alist);
 DtlObjPtr DtcAssq(DtlObjPtr const& key, DtlObjPtr const& alist);
 DtlObjPtr DtcAssv(DtlObjPtr const& key, DtlObjPtr const& alist);

@@ -7,7 +7,7 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// Process set-up for hosts: initialises libxml2's parser. Nothing in the library calls it.
+/// Process set-up for hosts: initialises libxml2's parser. Nothing in the library calls it.
 void initAppEnv();
 
 }  // namespace KORRti

@@ -22,51 +22,51 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// How a value of T is named, passes through the command line (as ArgType), becomes text, enters
-// and leaves the configuration tree, and is described in the schema. One specialization for
-// each type a setting can hold: DtString, std::string, int, unsigned int, double, float, bool,
-// DtVector64 and DtTaitBryan.
+/// How a value of T is named, passes through the command line (as ArgType), becomes text, enters
+/// and leaves the configuration tree, and is described in the schema. One specialization for
+/// each type a setting can hold: DtString, std::string, int, unsigned int, double, float, bool,
+/// DtVector64 and DtTaitBryan.
 template <typename T>
 struct DtVarType;
 
 // -- Values in the tree. A value lives on an object made for its setting.
 
-// The value of node's "value" attribute; throws DtInvalidInput for an empty handle and for an
-// object without that attribute.
+/// The value of node's "value" attribute; throws DtInvalidInput for an empty handle and for an
+/// object without that attribute.
 DtString getObjectValue(DtEnvValueSP node);
-// Sets node's "value" attribute, adding it when there is none; throws DtInvalidInput for an
-// empty handle.
+/// Sets node's "value" attribute, adding it when there is none; throws DtInvalidInput for an
+/// empty handle.
 void setObjectValue(DtEnvValueSP node, const DtString& text);
 
-// -- Vectors and angles as text: three numbers separated by a blank, read back with one comma
-// allowed after each of the first two. A number that can't be read, and each one after it, is 0.
+/// -- Vectors and angles as text: three numbers separated by a blank, read back with one comma
+/// allowed after each of the first two. A number that can't be read, and each one after it, is 0.
 DtString vectorToString(DtVector64 vector);
 DtVector64 vectorFromString(const DtString& text);
 DtString taitBryanToString(DtTaitBryan angles);
 DtTaitBryan taitBryanFromString(const DtString& text);
 
-// -- Vectors and angles in the tree: the objects "x", "y", "z" (or "heading", "pitch", "roll")
-// under env's root, each holding its number in its "value" attribute. Reading throws
-// DtInvalidInput when an object is missing and DtCorruptedState when a number can't be read.
+/// -- Vectors and angles in the tree: the objects "x", "y", "z" (or "heading", "pitch", "roll")
+/// under env's root, each holding its number in its "value" attribute. Reading throws
+/// DtInvalidInput when an object is missing and DtCorruptedState when a number can't be read.
 void vectorToEnvironment(DtEnvironment env, DtVector64 vector);
 DtVector64 vectorFromEnvironment(DtEnvironment env);
 void taitBryanToEnvironment(DtEnvironment env, DtTaitBryan angles);
 DtTaitBryan taitBryanFromEnvironment(DtEnvironment env);
 
-// -- Their schema types: a complex type "DtVector" holding a sequence of three elements of type
-// "double", for the angles as well (their settings name the type "DtTaitBryan", which nothing
-// declares).
+/// -- Their schema types: a complex type "DtVector" holding a sequence of three elements of type
+/// "double", for the angles as well (their settings name the type "DtTaitBryan", which nothing
+/// declares).
 DtEnvValueSP createVectorSchema(DtEnvironment env);
 DtEnvValueSP createTaitBryanSchema(DtEnvironment env);
 
-// -- Single values: the attribute "value" of env's root.
+/// -- Single values: the attribute "value" of env's root.
 template <typename T>
 void simpleValueToEnvironment(DtEnvironment env, T value) {
   env.addAttribute("value", DtVarType<T>::convertToString(value));
 }
 
-// The first "value" attribute at or below env's root, depth first; throws DtCorruptedState
-// when there is none.
+/// The first "value" attribute at or below env's root, depth first; throws DtCorruptedState
+/// when there is none.
 template <typename T>
 T simpleValueFromEnvironment(DtEnvironment env) {
   DtEnvValueSP attribute = env.getAttribute("value");
@@ -85,8 +85,8 @@ DtEnvValueSP simpleValueTypeSchema(DtEnvironment env) {
 
 namespace detail {
 
-// What the types held in one "value" attribute share: they pass through the command line as
-// they are.
+/// What the types held in one "value" attribute share: they pass through the command line as
+/// they are.
 template <typename T>
 struct DtSimpleVarType {
   typedef T ArgType;
@@ -166,7 +166,7 @@ struct DtVarType<bool> : detail::DtSimpleVarType<bool> {
   static bool convertFromString(const DtString& text) { return text.toBool(); }
 };
 
-// A vector passes through the command line as text, and lives in the tree as three objects.
+/// A vector passes through the command line as text, and lives in the tree as three objects.
 template <>
 struct DtVarType<DtVector64> {
   typedef DtString ArgType;
@@ -186,7 +186,7 @@ struct DtVarType<DtVector64> {
   }
 };
 
-// Angles, as vectors are: text on the command line, three objects in the tree.
+/// Angles, as vectors are: text on the command line, three objects in the tree.
 template <>
 struct DtVarType<DtTaitBryan> {
   typedef DtString ArgType;
@@ -206,47 +206,47 @@ struct DtVarType<DtTaitBryan> {
   }
 };
 
-// One typed setting: a default, a description, and a place on the command line, in
-// configuration files, or both. It joins its group on construction. Its value starts as the
-// default and changes by setValue(), by the command line and by configuration files.
+/// One typed setting: a default, a description, and a place on the command line, in
+/// configuration files, or both. It joins its group on construction. Its value starts as the
+/// default and changes by setValue(), by the command line and by configuration files.
 template <typename T>
 class DtConfigVariable : public DtBaseConfigVariable {
  public:
   typedef typename DtVarType<T>::ArgType ArgType;
 
-  // A "&" in name makes the character behind it the short flag, in place of flag, and is cut
-  // out of the name: "time&Step" is the setting "timeStep" with the flag "S".
+  /// A "&" in name makes the character behind it the short flag, in place of flag, and is cut
+  /// out of the name: "time&Step" is the setting "timeStep" with the flag "S".
   DtConfigVariable(DtVariableGroup* group, const DtString& name, T defaultValue,
                    const DtString& description, DtVariableScope scope, bool required,
                    const DtString& flag);
 
   const DtString& name() const override { return name_; }
-  // Binds on the command line and in the schema only: a file may leave the setting out.
+  /// Binds on the command line and in the schema only: a file may leave the setting out.
   bool isRequired() const override { return required_; }
-  // A value argument that starts from the current value; for bool a switch, which starts from
-  // the default and is never required. Made once and added to each later command line.
+  /// A value argument that starts from the current value; for bool a switch, which starts from
+  /// the default and is never required. Made once and added to each later command line.
   void getCommandLineArg(DtCmdLine::CmdLine& cmd) override;
-  // Takes the argument's value, and notes the setting as set, when the argument was given.
+  /// Takes the argument's value, and notes the setting as set, when the argument was given.
   void updateFromCommandLineArg() override;
-  // Declares the type once; the "minOccurs" it puts on an optional setting's type follows the
-  // type's child elements, so the XML writer leaves it out.
+  /// Declares the type once; the "minOccurs" it puts on an optional setting's type follows the
+  /// type's child elements, so the XML writer leaves it out.
   void getEnvironmentSchemaType(DtEnvironment env, std::set<DtString>& seenTypes) const override;
-  // The description as a comment, then an object named after the setting holding its value.
+  /// The description as a comment, then an object named after the setting holding its value.
   DtEnvValueSP getEnvironmentValue(DtEnvironment env) override;
-  // Takes the value of the one object of the setting's name below its group's object. None
-  // leaves the value; more than one leaves it too and says so on standard output.
+  /// Takes the value of the one object of the setting's name below its group's object. None
+  /// leaves the value; more than one leaves it too and says so on standard output.
   void updateFromEnvironment(DtEnvironment env) override;
   DtString type() const override { return DtVarType<T>::nativeNameOfType(); }
 
   T value() const { return value_; }
-  // Does not count as set: only the command line does that.
+  /// Does not count as set: only the command line does that.
   void setValue(T value) { value_ = value; }
   T defaultValue() const { return defaultValue_; }
   const DtString& flag() const { return flag_; }
   DtVariableGroup* group() const { return group_; }
 
  protected:
-  // The last step of updateFromEnvironment(): what the search found.
+  /// The last step of updateFromEnvironment(): what the search found.
   void updateFromObjects(const std::list<DtEnvValueSP>& found);
 
  private:
@@ -345,7 +345,7 @@ void DtConfigVariable<T>::updateFromObjects(const std::list<DtEnvValueSP>& found
   setValue(DtVarType<T>::convertFromEnvironmentValue(DtEnvironment(found.front())));
 }
 
-// The library's own instantiations; applications instantiate the other types.
+/// The library's own instantiations; applications instantiate the other types.
 extern template class DtConfigVariable<double>;
 extern template class DtConfigVariable<bool>;
 

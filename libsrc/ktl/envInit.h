@@ -8,9 +8,9 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// Fills a new frame with the language and makes it a root: the constants nil, t and eof, the
-// marker *unbound*, the ten special forms and the sixty-one compiled functions. Running it
-// again on the same frame replaces each primitive object.
+/// Fills a new frame with the language and makes it a root: the constants nil, t and eof, the
+/// marker *unbound*, the ten special forms and the sixty-one compiled functions. Running it
+/// again on the same frame replaces each primitive object.
 void DtcGlobalEnvInit(DtlObjPtr& env);
 
 }  // namespace KORRti

@@ -10,8 +10,8 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// A container of child nodes in insertion order. The base of named lists and objects, whose
-// leading children are hidden holders of their name (and type).
+/// A container of child nodes in insertion order. The base of named lists and objects, whose
+/// leading children are hidden holders of their name (and type).
 class DtEnvList : public DtEnvValue {
  public:
   explicit DtEnvList(const DtString& value);
@@ -19,35 +19,35 @@ class DtEnvList : public DtEnvValue {
 
   DtEnvValue* clone() const override;
 
-  // The first and last entry of the children, or an empty handle when there are none.
+  /// The first and last entry of the children, or an empty handle when there are none.
   virtual DtEnvValueSP first() const;
   virtual DtEnvValueSP last() const;
-  // The entry behind child; an empty handle for an empty, foreign or last child. A child that
-  // stands in the list twice is found at the place the walk reached, so walks end.
+  /// The entry behind child; an empty handle for an empty, foreign or last child. A child that
+  /// stands in the list twice is found at the place the walk reached, so walks end.
   virtual DtEnvValueSP next(DtEnvValueSP child) const;
-  // Appends a clone of each child, from first() on, to target through its append().
+  /// Appends a clone of each child, from first() on, to target through its append().
   virtual void cloneChildren(DtEnvList* target) const;
-  // Appends child; its parent link is left to the caller. An empty handle, or the list itself,
-  // is not appended.
+  /// Appends child; its parent link is left to the caller. An empty handle, or the list itself,
+  /// is not appended.
   virtual void append(DtEnvValueSP child);
-  // Erases the first entry equal to child, if any. The name and type holders stay.
+  /// Erases the first entry equal to child, if any. The name and type holders stay.
   virtual void remove(DtEnvValueSP child);
 
-  // True when the handle is non-empty and carries the list flag.
+  /// True when the handle is non-empty and carries the list flag.
   static bool isList(const DtEnvValueSP& node);
-  // The node as a list, or null.
+  /// The node as a list, or null.
   static DtEnvList* castToList(const DtEnvValueSP& node);
 
  protected:
-  // Appends a holder that stays hidden from iteration and can't be removed.
+  /// Appends a holder that stays hidden from iteration and can't be removed.
   void appendHolder(const DtString& text);
-  // The hidden holder at index (0 name, 1 type), or null.
+  /// The hidden holder at index (0 name, 1 type), or null.
   DtEnvValue* holder(int index) const;
 
  private:
   std::list<DtEnvValueSP> children_;
   int hidden_ = 0;
-  // The entry next() last handed out, so that the following next() on it needs no scan.
+  /// The entry next() last handed out, so that the following next() on it needs no scan.
   mutable std::list<DtEnvValueSP>::const_iterator cursor_;
   mutable bool cursorValid_ = false;
 };

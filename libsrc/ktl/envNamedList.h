@@ -8,23 +8,23 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// A name with a value: an attribute, which may hold further children. The name is kept in a
-// hidden first child, which iteration skips.
+/// A name with a value: an attribute, which may hold further children. The name is kept in a
+/// hidden first child, which iteration skips.
 class DtEnvNamedList : public DtEnvList {
  public:
   DtEnvNamedList(const DtString& name, const DtString& value);
   ~DtEnvNamedList() override;
 
   DtEnvValue* clone() const override;
-  // The first child behind the name holder.
+  /// The first child behind the name holder.
   DtEnvValueSP first() const override;
   virtual DtString name() const;
-  // Sets the holder's value, so the name is expanded too; no notification travels up.
+  /// Sets the holder's value, so the name is expanded too; no notification travels up.
   virtual void setName(const DtString& name);
 
-  // True when the handle is non-empty and carries the list and named flags.
+  /// True when the handle is non-empty and carries the list and named flags.
   static bool isNamedList(DtEnvValueSP node);
-  // The node as a named list, or null.
+  /// The node as a named list, or null.
   static DtEnvNamedList* castToNamedList(DtEnvValueSP node);
 };
 

@@ -16,7 +16,7 @@ struct _xmlNode;
 
 namespace KORRti {
 
-// The format of a FOM file. 0 also answers "could not be told".
+/// The format of a FOM file. 0 also answers "could not be told".
 enum DtFomType : int32_t {
   DtFomTypeUnknown = 0,
   DtFomType13 = 1,
@@ -25,17 +25,17 @@ enum DtFomType : int32_t {
   DtFomType2025 = 4
 };
 
-// The name of a format in reports: "Unknown", "1.3", "1516", "HLA Evolved", "HLA 4"; "Unknown"
-// for any value outside the enumeration.
+/// The name of a format in reports: "Unknown", "1.3", "1516", "HLA Evolved", "HLA 4"; "Unknown"
+/// for any value outside the enumeration.
 const char* DtFomTypeName(DtFomType type);
 
-// 0 best effort, 1 reliable, -1 not given or invalid.
+/// 0 best effort, 1 reliable, -1 not given or invalid.
 typedef int32_t DtTransportType;
 const DtTransportType DtTransportInvalid = -1;
 const DtTransportType DtTransportBestEffort = 0;
 const DtTransportType DtTransportReliable = 1;
 
-// 0 receive, 1 timestamp, -1 not given.
+/// 0 receive, 1 timestamp, -1 not given.
 typedef int32_t DtOrderType;
 const DtOrderType DtOrderInvalid = -1;
 const DtOrderType DtOrderReceive = 0;
@@ -63,25 +63,25 @@ enum DtFomUpdateType_enum : int32_t {
   DtFomUpdateNA = 3
 };
 
-// The standard MIM documents of IEEE 1516-2010 (theHLAeStandardMIM_xml) and IEEE 1516-2025
-// (theHLA4StandardMIM_xml), held by the library as the bytes of the published files, with their
-// byte counts. Neither array is null-terminated: read them only with their lengths (for
-// instance xmlReadMemory), never as C strings.
+/// The standard MIM documents of IEEE 1516-2010 (theHLAeStandardMIM_xml) and IEEE 1516-2025
+/// (theHLA4StandardMIM_xml), held by the library as the bytes of the published files, with their
+/// byte counts. Neither array is null-terminated: read them only with their lengths (for
+/// instance xmlReadMemory), never as C strings.
 extern unsigned char theHLAeStandardMIM_xml[];
 extern unsigned int theHLAeStandardMIM_xml_len;
 extern unsigned char theHLA4StandardMIM_xml[];
 extern unsigned int theHLA4StandardMIM_xml_len;
 
-// The result of a read, and the status of each step of a reader's walk: DtFedOk goes on,
-// DtFedFailed stops the walk.
+/// The result of a read, and the status of each step of a reader's walk: DtFedOk goes on,
+/// DtFedFailed stops the walk.
 enum DtFedResult : int { DtFedOk = 0, DtFedNoFile = 1, DtFedFailed = 2 };
 
-// Bits of the strict-checking mask passed to readFed.
-const unsigned int DtStrictUnexpectedContent = 1;  // unexpected XML content fails the read
-const unsigned int DtStrictMissingTables = 2;      // missing tables fail a 1516-2010 read
+/// Bits of the strict-checking mask passed to readFed.
+const unsigned int DtStrictUnexpectedContent = 1;  ///< unexpected XML content fails the read
+const unsigned int DtStrictMissingTables = 2;      ///< missing tables fail a 1516-2010 read
 
-// The records of an XML object model document, defined with the XML readers
-// (ktl/xmlFedReader.h).
+/// The records of an XML object model document, defined with the XML readers
+/// (ktl/xmlFedReader.h).
 struct DtUpdateRateType;
 struct DtSynchronizationPointsType;
 struct DtTransportationType;
@@ -95,10 +95,10 @@ struct DtArrayDatatypeType;
 struct DtFixedRecordDatatypeType;
 struct DtVariantRecordDatatypeType;
 
-// What a FOM reader delivers a model to. A host derives from it and overrides what it wants
-// to keep; every operation has a harmless default: adds accept and forget (records handed
-// over are deleted), duplicate tests answer false, the format and the switches are kept.
-// Names are only valid during the call: a target that keeps one copies it.
+/// What a FOM reader delivers a model to. A host derives from it and overrides what it wants
+/// to keep; every operation has a harmless default: adds accept and forget (records handed
+/// over are deleted), duplicate tests answer false, the format and the switches are kept.
+/// Names are only valid during the call: a target that keeps one copies it.
 class DtFedTarget {
  public:
   DtFedTarget();
@@ -166,7 +166,7 @@ class DtFedTarget {
   virtual bool addArrayDatatype(DtArrayDatatypeType* record);
   virtual bool hasArrayDatatype(const DtArrayDatatypeType& record);
   virtual bool addFixedRecordDatatype(DtFixedRecordDatatypeType* record);
-  // The one duplicate test that takes its record by value.
+  /// The one duplicate test that takes its record by value.
   virtual bool hasFixedRecordDatatype(DtFixedRecordDatatypeType record);
   virtual bool addVariantRecordDatatype(DtVariantRecordDatatypeType* record);
   virtual bool hasVariantRecordDatatype(const DtVariantRecordDatatypeType& record);
@@ -184,9 +184,9 @@ class DtFedTarget {
   std::map<DtString, bool> switches;
 };
 
-// Base of every FOM reader: finding and opening the file, telling its format, its bytes, the
-// last error and the strict-checking mask. A read answers 0 (read), 1 (no file) or 2 (the
-// file is wrong; lastError() says why).
+/// Base of every FOM reader: finding and opening the file, telling its format, its bytes, the
+/// last error and the strict-checking mask. A read answers 0 (read), 1 (no file) or 2 (the
+/// file is wrong; lastError() says why).
 class DtFedReader {
  public:
   DtFedReader();
@@ -206,20 +206,20 @@ class DtFedReader {
   virtual DtFomType lastFomType() const;
   virtual const DtString& lastError() const;
 
-  // Hands over the bytes of the last file read; the caller frees them with delete[].
+  /// Hands over the bytes of the last file read; the caller frees them with delete[].
   char* takeCurrFddData();
-  // Appends " at XML Node <name> near line <line>" to text.
+  /// Appends " at XML Node <name> near line <line>" to text.
   void appendErrorLine(_xmlNode* node, DtString& text) const;
 
-  // Opens a file, looking for it in the directories of "RTI_CONFIG" first.
+  /// Opens a file, looking for it in the directories of "RTI_CONFIG" first.
   static FILE* openFedFile(const char* fileName, bool binary);
-  // The format of a file, by extension and, for XML, by content; 0 if it can't be opened.
+  /// The format of a file, by extension and, for XML, by content; 0 if it can't be opened.
   static DtFomType checkFomType(const char* fileName);
   static DtFomType checkFomType(const char* fileName, void* file);
   static const DtString& standardMimFileName(DtFomType type);
   static bool isStandardMimFileName(const DtString& name, DtFomType type);
-  // Reads a whole file from its start into a new[] buffer. The text is followed by a
-  // terminator that *size does not count.
+  /// Reads a whole file from its start into a new[] buffer. The text is followed by a
+  /// terminator that *size does not count.
   static bool readFileIntoBuffer(FILE* file, char** buffer, unsigned int* size);
 
   static const DtString theHlaEvolvedStandardMimFileName;

@@ -12,20 +12,20 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// Reader of the HLA 1.3 FED text form, one Lisp list:
-//
-//   (FED (Federation x) (FEDversion v)
-//     (spaces (space S (dimension D) ...) ...)
-//     (objects (class ObjectRoot (attribute a reliable timestamp [S]) (class C ...) ...))
-//     (interactions (class InteractionRoot best_effort receive [S] (parameter p) ...)))
-//
-// The text is read with DtcRead and walked, never evaluated. Classes reach the target with
-// their full dotted names, parents before children, in file order. A file rooted in ObjectRoot
-// (InteractionRoot) loads into a target that only takes HLAobjectRoot (HLAinteractionRoot):
-// the root is replaced and the management classes of the file are skipped.
-//
-// Every process... operation answers 0 to go on or 2 to stop; each can be replaced by a
-// subclass, since the walkers call each other through these slots.
+/// Reader of the HLA 1.3 FED text form, one Lisp list:
+///
+///   (FED (Federation x) (FEDversion v)
+///     (spaces (space S (dimension D) ...) ...)
+///     (objects (class ObjectRoot (attribute a reliable timestamp [S]) (class C ...) ...))
+///     (interactions (class InteractionRoot best_effort receive [S] (parameter p) ...)))
+///
+/// The text is read with DtcRead and walked, never evaluated. Classes reach the target with
+/// their full dotted names, parents before children, in file order. A file rooted in ObjectRoot
+/// (InteractionRoot) loads into a target that only takes HLAobjectRoot (HLAinteractionRoot):
+/// the root is replaced and the management classes of the file are skipped.
+///
+/// Every process... operation answers 0 to go on or 2 to stop; each can be replaced by a
+/// subclass, since the walkers call each other through these slots.
 class DtFedReader13 : public DtFedReader {
  public:
   DtFedReader13();
@@ -56,82 +56,82 @@ class DtFedReader13 : public DtFedReader {
 // holds and 2 when it doesn't, with the message, if the form has one, in error.
 namespace DtFed13Form {
 
-// The text of a name: a symbol's or a string's; null for anything else.
+/// The text of a name: a symbol's or a string's; null for anything else.
 const char* atomText(const DtlObjPtr& x);
-// The first element of a list, or a null handle for anything that isn't one.
+/// The first element of a list, or a null handle for anything that isn't one.
 DtlObjPtr head(const DtlObjPtr& form);
-// The number of elements of a proper list; -1 for anything else.
+/// The number of elements of a proper list; -1 for anything else.
 int length(const DtlObjPtr& form);
-// The element at index, or a null handle past the end.
+/// The element at index, or a null handle past the end.
 DtlObjPtr element(const DtlObjPtr& form, int index);
-// The list behind its first count elements.
+/// The list behind its first count elements.
 DtlObjPtr tail(const DtlObjPtr& form, int count);
-// The form begins with the symbol keyword, compared with case.
+/// The form begins with the symbol keyword, compared with case.
 bool beginsWith(const DtlObjPtr& form, const char* keyword);
-// best_effort 0, reliable 1, without regard to case; anything else -1.
+/// best_effort 0, reliable 1, without regard to case; anything else -1.
 DtTransportType transportOf(const char* text);
-// receive 0, timestamp 1, without regard to case; anything else -1.
+/// receive 0, timestamp 1, without regard to case; anything else -1.
 DtOrderType orderOf(const char* text);
 
-// The whole form of the file: a list of six beginning with FED.
+/// The whole form of the file: a list of six beginning with FED.
 int checkFed(const DtlObjPtr& form, DtString& error);
 int checkFederation(const DtlObjPtr& form, DtString& error);
 int checkVersion(const DtlObjPtr& form, DtString& error);
 int checkSpaces(const DtlObjPtr& form, DtString& error);
-// Sets name.
+/// Sets name.
 int checkSpace(const DtlObjPtr& form, const char*& name, DtString& error);
 int checkDimension(const DtlObjPtr& form, const char*& name, DtString& error);
-// Sets the root class form.
+/// Sets the root class form.
 int checkObjects(const DtlObjPtr& form, DtlObjPtr& classForm, DtString& error);
 int checkObjClass(const DtlObjPtr& form, const char*& name, DtString& error);
 
-// What an attribute form, or the head of an interaction class form, holds. The texts point into
-// the form and live as long as it does.
+/// What an attribute form, or the head of an interaction class form, holds. The texts point into
+/// the form and live as long as it does.
 struct Member {
   const char* name = nullptr;
-  const char* transportText = nullptr;  // as written; "" when it is not a name
-  const char* orderText = nullptr;      // as written
+  const char* transportText = nullptr;  ///< as written; "" when it is not a name
+  const char* orderText = nullptr;      ///< as written
   DtTransportType transport = DtTransportInvalid;
   DtOrderType order = DtOrderInvalid;
-  const char* space = nullptr;  // null when there is none
-  DtlObjPtr rest;               // an interaction class's elements behind its head
+  const char* space = nullptr;  ///< null when there is none
+  DtlObjPtr rest;               ///< an interaction class's elements behind its head
 };
 
-// Fills attribute from the form. Writes the transport warning.
+/// Fills attribute from the form. Writes the transport warning.
 int checkAttribute(const DtlObjPtr& form, Member& attribute, DtString& error);
 int checkInteractions(const DtlObjPtr& form, DtlObjPtr& classForm, DtString& error);
-// Fills head from the form, all but its space; rest is what stands behind the order element.
+/// Fills head from the form, all but its space; rest is what stands behind the order element.
 int checkIntClass(const DtlObjPtr& form, Member& head, DtString& error);
-// The space of an interaction class, if its rest begins with one: sets head.space and moves
-// head.rest past it. A number or other atom that has no name fails.
+/// The space of an interaction class, if its rest begins with one: sets head.space and moves
+/// head.rest past it. A number or other atom that has no name fails.
 int takeIntClassSpace(Member& head, DtString& error);
 
-// The full dotted name of a class under parentName (null or empty at the root).
+/// The full dotted name of a class under parentName (null or empty at the root).
 DtString className(const char* parentName, const char* name);
-// The parent of a class as the verbose lines show it: "none" at the root.
+/// The parent of a class as the verbose lines show it: "none" at the root.
 const char* baseName(const char* parentName);
 
-// Reads the first form of text in a fresh environment and hands it to walk, which answers the
-// read's result. 1 when no stream can be made for the text; 2 with "Unable to find FED in
-// fedfile" for text without a form, and with "Unexpected problem reading fed file" for any
-// exception of the read or the walk.
+/// Reads the first form of text in a fresh environment and hands it to walk, which answers the
+/// read's result. 1 when no stream can be made for the text; 2 with "Unable to find FED in
+/// fedfile" for text without a form, and with "Unexpected problem reading fed file" for any
+/// exception of the read or the walk.
 int walkFirstForm(const char* text, DtString& error, const std::function<int(DtlObjPtr)>& walk);
 int checkParameter(const DtlObjPtr& form, const char*& name, DtString& error);
 
-// The steps both readers take alike. The walkers call the reader's own process... slots, so a
-// subclass that replaces one form is called from either reader; the leaves check a form, write
-// its verbose line and tell the target, if there is one.
+/// The steps both readers take alike. The walkers call the reader's own process... slots, so a
+/// subclass that replaces one form is called from either reader; the leaves check a form, write
+/// its verbose line and tell the target, if there is one.
 int deliverDimension(const DtlObjPtr& form, const char* spaceName, DtFedTarget* target,
                      DtString& error);
 int deliverAttribute(const DtlObjPtr& form, const char* className, DtFedTarget* target,
                      DtString& error);
 int deliverParameter(const DtlObjPtr& form, const char* className, DtFedTarget* target,
                      DtString& error);
-// Checks the space form and tells the target its name; sets name for the dimensions.
+/// Checks the space form and tells the target its name; sets name for the dimensions.
 int deliverSpace(const DtlObjPtr& form, const char*& name, DtFedTarget* target, DtString& error);
 
-// The whole file: federation, version, spaces, objects and interactions in file order,
-// stopping at the first failure.
+/// The whole file: federation, version, spaces, objects and interactions in file order,
+/// stopping at the first failure.
 template <class Reader>
 int walkFed(Reader& reader, const DtlObjPtr& form, DtString& error) {
   int result = checkFed(form, error);
@@ -178,9 +178,9 @@ int walkInteractions(Reader& reader, const DtlObjPtr& form, DtString& error) {
   return reader.processIntClass(classForm, nullptr);
 }
 
-// The elements of a class behind its head, in file order: each a member (an attribute or a
-// parameter, by the keyword member) or a subclass, through the reader's slots; anything else
-// is "Unexpected symbol found". Stops at the first failure.
+/// The elements of a class behind its head, in file order: each a member (an attribute or a
+/// parameter, by the keyword member) or a subclass, through the reader's slots; anything else
+/// is "Unexpected symbol found". Stops at the first failure.
 template <class Reader>
 int walkClassBody(Reader& reader, DtlObjPtr rest, const char* className, const char* member,
                   int (Reader::*memberSlot)(DtlObjPtr, const char*),

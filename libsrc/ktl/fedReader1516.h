@@ -6,38 +6,38 @@
 
 KTL_API_BEGIN
 
-// libxml2's document type, declared as libxml2 declares it.
+/// libxml2's document type, declared as libxml2 declares it.
 struct _xmlDoc;
 typedef struct _xmlDoc xmlDoc;
 
 namespace KORRti {
 
-// Reader of the IEEE 1516-2000 form of an object model document (FDD), where nearly everything
-// stands in XML attributes and the document names a DTD.
-//
-// What reaches the target, in order: dimensions and transportations, wherever they stand in
-// the file; then the other sections in document order (switches, tags, synchronization points,
-// time, object and interaction classes with their attributes, parameters and dimensions, data
-// types, notes). Every item is offered to the target's has... operation first and added only
-// when that answers false. Class names are full dotted paths and a parent comes before its
-// children.
-//
-// Records (ktl/xmlFedReader.h) handed to an add... operation belong to the target; one that
-// the target already has is deleted by the reader.
-//
-// Without strict bit 1 most unexpected content only leaves a warning in lastError() and the
-// read answers 0; with it, the section ends and the read answers 2.
+/// Reader of the IEEE 1516-2000 form of an object model document (FDD), where nearly everything
+/// stands in XML attributes and the document names a DTD.
+///
+/// What reaches the target, in order: dimensions and transportations, wherever they stand in
+/// the file; then the other sections in document order (switches, tags, synchronization points,
+/// time, object and interaction classes with their attributes, parameters and dimensions, data
+/// types, notes). Every item is offered to the target's has... operation first and added only
+/// when that answers false. Class names are full dotted paths and a parent comes before its
+/// children.
+///
+/// Records (ktl/xmlFedReader.h) handed to an add... operation belong to the target; one that
+/// the target already has is deleted by the reader.
+///
+/// Without strict bit 1 most unexpected content only leaves a warning in lastError() and the
+/// read answers 0; with it, the section ends and the read answers 2.
 class DtFedReader1516 : public DtXmlFedReader {
  public:
   DtFedReader1516();
-  // Calls xmlCleanupParser, which acts on the whole process, after dropping the schema that
-  // the 1516-2010 and 2025 readers keep compiled (it depends on what that frees).
+  /// Calls xmlCleanupParser, which acts on the whole process, after dropping the schema that
+  /// the 1516-2010 and 2025 readers keep compiled (it depends on what that frees).
   ~DtFedReader1516() override;
 
-  // Reads the whole file, tells the target its format (2) and walks the document. With
-  // validate, the document must name the DTD "objectModel", which is looked for relative to
-  // the directory of fileName and must validate it. A DTD or an entity named by a URL is never
-  // fetched: such a DTD fails validation. Answers 0 read, 1 no file, 2 the file is wrong.
+  /// Reads the whole file, tells the target its format (2) and walks the document. With
+  /// validate, the document must name the DTD "objectModel", which is looked for relative to
+  /// the directory of fileName and must validate it. A DTD or an entity named by a URL is never
+  /// fetched: such a DTD fails validation. Answers 0 read, 1 no file, 2 the file is wrong.
   int readFedFilePtr(FILE* file, DtFedTarget* target, DtFilename fileName,
                      unsigned int strictChecking, bool validate, bool skipSwitches) override;
 
@@ -65,15 +65,15 @@ class DtFedReader1516 : public DtXmlFedReader {
   int parseFixedRecordDataTypesTree(xmlNode* node) override;
   int parseVariantRecordDataTypesTree(xmlNode* node) override;
 
-  // True if doc is valid against the DTD in dtdFile (a local file: a URL is refused).
+  /// True if doc is valid against the DTD in dtdFile (a local file: a URL is refused).
   virtual bool dtdValidate(xmlDoc* doc, const char* dtdFile);
-  // Checks a document that the caller parsed (its DTD, always validated, and its root) without
-  // reading its content. After a failure the document has been freed here.
+  /// Checks a document that the caller parsed (its DTD, always validated, and its root) without
+  /// reading its content. After a failure the document has been freed here.
   virtual int processXmlDocPtr(xmlDoc* doc);
   virtual int parseTimeTree(xmlNode* node);
   virtual int parseSynchronizationsTree(xmlNode* node);
 
-  // The getters of one class, attribute or parameter element; only getOrderType can fail.
+  /// The getters of one class, attribute or parameter element; only getOrderType can fail.
   virtual int getSharingType(xmlNode* node, DtSharingType_enum& sharing);
   virtual int getSemantics(xmlNode* node, DtString& semantics);
   virtual int getNotes(xmlNode* node, DtString& notes);
@@ -84,14 +84,14 @@ class DtFedReader1516 : public DtXmlFedReader {
   virtual int getOrderType(xmlNode* node, DtOrderType& order);
 
  protected:
-  // The target refused "HLAobjectRoot" and took "ObjectRoot"; kept from one read to the next.
+  /// The target refused "HLAobjectRoot" and took "ObjectRoot"; kept from one read to the next.
   bool replacedObjectRoot;
-  // The same for "HLAinteractionRoot" and "InteractionRoot".
+  /// The same for "HLAinteractionRoot" and "InteractionRoot".
   bool replacedInteractionRoot;
 
  private:
-  // Adds the dimensions named in a blank-separated list through add; 2 on a refusal under
-  // strict bit 1.
+  /// Adds the dimensions named in a blank-separated list through add; 2 on a refusal under
+  /// strict bit 1.
   template <typename Add>
   int addDimensionList(xmlNode* node, Add add);
 };

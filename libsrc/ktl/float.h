@@ -8,9 +8,9 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// The host's checked read of a binding of name in env alone (parents aren't searched). No
-// binding: 0 and *out untouched. A flonum, or a fixnum widened, goes to *out and gives 1.
-// Anything else gives 0, with a warning on standard error while DtNotifyLevel is above 0.
+/// The host's checked read of a binding of name in env alone (parents aren't searched). No
+/// binding: 0 and *out untouched. A flonum, or a fixnum widened, goes to *out and gives 1.
+/// Anything else gives 0, with a warning on standard error while DtNotifyLevel is above 0.
 int DtcSetIfBoundp(char* name, double* out, DtlObjPtr const& env);
 
 }  // namespace KORRti

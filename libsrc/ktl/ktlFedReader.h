@@ -9,10 +9,10 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// The older reader of the HLA 1.3 FED text form: the same walk and the same checks as
-// DtFedReader13, without root replacement or skipping, and without looking at the target's
-// answers. It never tells the target the format, so a read without a target checks a file and
-// delivers nothing. The file's text is not kept after the read.
+/// The older reader of the HLA 1.3 FED text form: the same walk and the same checks as
+/// DtFedReader13, without root replacement or skipping, and without looking at the target's
+/// answers. It never tells the target the format, so a read without a target checks a file and
+/// delivers nothing. The file's text is not kept after the read.
 class DtKtlFedReader : public DtFedReader {
  public:
   DtKtlFedReader();
@@ -35,8 +35,8 @@ class DtKtlFedReader : public DtFedReader {
   virtual int processParameter(DtlObjPtr form, const char* className);
 
  protected:
-  // This reader keeps its target apart from DtFedReader's, which it leaves untouched, so the
-  // name hides the base's on purpose.
+  /// This reader keeps its target apart from DtFedReader's, which it leaves untouched, so the
+  /// name hides the base's on purpose.
   DtFedTarget* target;
 };
 

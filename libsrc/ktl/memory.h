@@ -15,7 +15,7 @@ class DtlHashTable;
 class DtlObj;
 class DtlObjPtr;
 
-// The kind of a Lisp value. The numbers are fixed: dispatch and range checks depend on them.
+/// The kind of a Lisp value. The numbers are fixed: dispatch and range checks depend on them.
 enum DtlTagType : int32_t {
   DtlNilTag = 0,
   DtlSymbolTag = 1,
@@ -30,28 +30,28 @@ enum DtlTagType : int32_t {
   DtlFrameTag = 10
 };
 
-// The one signature of every primitive, special form or compiled function.
+/// The one signature of every primitive, special form or compiled function.
 typedef DtlObjPtr (*DtlPrimitive)(DtlObjPtr const& args, DtlObjPtr const& env);
 
-// Reference counting of the records; both are no-ops for null. Releasing the last reference
-// destroys the record, and a frame kept alive only by its own closures goes too.
+/// Reference counting of the records; both are no-ops for null. Releasing the last reference
+/// destroys the record, and a frame kept alive only by its own closures goes too.
 void IncObjRefCnt(DtlObj* obj);
 void DecObjRefCnt(DtlObj* obj) noexcept;
 
-// Counted handle of a DtlObj. A default handle is null, which is not nil.
+/// Counted handle of a DtlObj. A default handle is null, which is not nil.
 class DtlObjPtr {
  public:
   DtlObjPtr() : ptr_(nullptr) {}
   DtlObjPtr(DtlObjPtr const& other) : ptr_(other.ptr_) { IncObjRefCnt(ptr_); }
   DtlObjPtr(DtlObjPtr&& other) noexcept : ptr_(other.ptr_) { other.ptr_ = nullptr; }
-  // A new record of that kind, held with count 1; a null handle if there is no memory for the
-  // record. What the record needs besides (a frame's binding table, a string's text) halts
-  // with "out of memory in ..." when it can't be had, as every other halt does.
+  /// A new record of that kind, held with count 1; a null handle if there is no memory for the
+  /// record. What the record needs besides (a frame's binding table, a string's text) halts
+  /// with "out of memory in ..." when it can't be had, as every other halt does.
   explicit DtlObjPtr(DtlTagType tag);
   explicit DtlObjPtr(int fixnum);
   explicit DtlObjPtr(double flonum);
   explicit DtlObjPtr(char const* string);
-  // Takes a counted reference to an existing record.
+  /// Takes a counted reference to an existing record.
   explicit DtlObjPtr(DtlObj* obj) : ptr_(obj) { IncObjRefCnt(ptr_); }
   ~DtlObjPtr() { DecObjRefCnt(ptr_); }
 
@@ -74,7 +74,7 @@ class DtlObjPtr {
     return *this;
   }
 
-  // Identity of the records, never equality of their contents.
+  /// Identity of the records, never equality of their contents.
   bool operator==(DtlObjPtr const& other) const { return ptr_ == other.ptr_; }
   bool operator!=(DtlObjPtr const& other) const { return ptr_ != other.ptr_; }
   operator void*() const { return ptr_; }
@@ -83,15 +83,15 @@ class DtlObjPtr {
   bool isNull() const { return ptr_ == nullptr; }
   DtlObj* get() const { return ptr_; }
 
-  // The thread's nil, t and unbound singletons, made on first use; the thread gives up its
-  // handles when it ends.
+  /// The thread's nil, t and unbound singletons, made on first use; the thread gives up its
+  /// handles when it ends.
   static DtlObjPtr const& nil();
   static DtlObjPtr const& t();
   static DtlObjPtr const& unbound();
 
  private:
   friend void DecObjRefCnt(DtlObj* obj) noexcept;
-  // Gives up the reference without releasing it.
+  /// Gives up the reference without releasing it.
   DtlObj* detach() {
     DtlObj* obj = ptr_;
     ptr_ = nullptr;
@@ -119,7 +119,7 @@ extern thread_local DtlObjPtr* theNilPtr;
 extern thread_local DtlObjPtr* theTPtr;
 extern thread_local DtlObjPtr* theUnboundPtr;
 
-// The record of every Lisp value; the tag says which fields mean anything.
+/// The record of every Lisp value; the tag says which fields mean anything.
 class DtlObj {
  public:
   explicit DtlObj(DtlTagType tag);
@@ -137,7 +137,7 @@ class DtlObj {
   char gone() const { return gone_; }
   void setGone(char gone) { gone_ = gone; }
 
-  // Object slots. The readers return counted copies, but procEnv gives the slot itself.
+  /// Object slots. The readers return counted copies, but procEnv gives the slot itself.
   DtlObjPtr car() const { return slot1_; }
   DtlObjPtr cdr() const { return slot2_; }
   void setCar(DtlObjPtr const& value) { slot1_ = value; }
@@ -150,13 +150,13 @@ class DtlObj {
   void setProcEnv(DtlObjPtr const& value) { slot3_ = value; }
   DtlObjPtr frameParent() const { return slot1_; }
   void setFrameParent(DtlObjPtr const& value) { slot1_ = value; }
-  // Uncounted views of the slots, for walks that must not disturb the counts.
+  /// Uncounted views of the slots, for walks that must not disturb the counts.
   DtlObj* carObj() const { return slot1_.get(); }
   DtlObj* cdrObj() const { return slot2_.get(); }
   DtlObj* procEnvObj() const { return slot3_.get(); }
   DtlObj* frameParentObj() const { return slot1_.get(); }
 
-  // Value word.
+  /// Value word.
   char* pname() const { return value_.pname; }
   void setPname(char const* name);
   int fixnum() const { return value_.fixnum; }
@@ -172,13 +172,13 @@ class DtlObj {
   DtlHashTable* frameBindings() const { return value_.frameBindings; }
   void setFrameBindings(DtlHashTable* table) { value_.frameBindings = table; }
 
-  // Function word.
+  /// Function word.
   DtlPrimitive fcnCode() const { return function_.fcnCode; }
   void setFcnCode(DtlPrimitive code) { function_.fcnCode = code; }
 
-  // The registered host parameters of a frame, made on first demand; null for other kinds.
+  /// The registered host parameters of a frame, made on first demand; null for other kinds.
   DtList* params();
-  // Hands a parameter to a frame's list (1); anything else warns and answers 0.
+  /// Hands a parameter to a frame's list (1); anything else warns and answers 0.
   int registerVal(DtcParam* param);
 
   void DtcObjFprint(FILE* file);
@@ -209,10 +209,10 @@ class DtlObj {
   } function_;
 };
 
-// Prints on standard output, ends the line on DtInfo, and returns its argument.
+/// Prints on standard output, ends the line on DtInfo, and returns its argument.
 DtlObjPtr DtcPrint(DtlObjPtr const& x);
 
-// The primitive mem: memory accounting is not built in.
+/// The primitive mem: memory accounting is not built in.
 DtlObjPtr DtlMem(DtlObjPtr const& args, DtlObjPtr const& env);
 
 }  // namespace KORRti

@@ -10,8 +10,8 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// A value that carries an opaque host pointer, not owned; its value text is the pointer's type
-// name. It has no clone of its own: a copy is a plain value with the type name, without pointer.
+/// A value that carries an opaque host pointer, not owned; its value text is the pointer's type
+/// name. It has no clone of its own: a copy is a plain value with the type name, without pointer.
 class DtNativeValue : public DtEnvValue {
  public:
   DtNativeValue(const DtString& type, void* nativeValue);
@@ -22,9 +22,9 @@ class DtNativeValue : public DtEnvValue {
   DtString nativeType() const { return value(); }
   void* nativeValue() const { return nativeValue_; }
 
-  // True for a non-empty handle carrying the native flag.
+  /// True for a non-empty handle carrying the native flag.
   static bool isNativeValue(const DtEnvValueSP& node);
-  // The node as a native value, or null.
+  /// The node as a native value, or null.
   static DtNativeValue* castToNativeValue(const DtEnvValueSP& node);
 
  private:

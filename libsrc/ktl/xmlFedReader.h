@@ -11,8 +11,8 @@
 
 KTL_API_BEGIN
 
-// libxml2's node and character types, declared as libxml2 declares them, so that a host
-// includes this header without libxml2's include path.
+/// libxml2's node and character types, declared as libxml2 declares them, so that a host
+/// includes this header without libxml2's include path.
 struct _xmlNode;
 typedef struct _xmlNode xmlNode;
 typedef unsigned char xmlChar;
@@ -20,8 +20,8 @@ typedef unsigned char xmlChar;
 namespace KORRti {
 
 namespace detail {
-// libxml2 keeps text as unsigned characters; these convert a name for a call, and a text for
-// this library's strings ("" for none).
+/// libxml2 keeps text as unsigned characters; these convert a name for a call, and a text for
+/// this library's strings ("" for none).
 inline const xmlChar* xmlText(const char* text) {
   return reinterpret_cast<const xmlChar*>(text);
 }
@@ -49,14 +49,14 @@ struct DtUserSuppliedTagsType {
 struct DtSynchronizationPointsType {
   DtString label;
   DtString dataType;
-  // 0 not given, 1 Register, 2 Achieve, 3 RegisterAchieve, 4 NoSynch, 5 NA.
+  /// 0 not given, 1 Register, 2 Achieve, 3 RegisterAchieve, 4 NoSynch, 5 NA.
   int32_t capability = 0;
   DtString semantics;
 };
 
 struct DtTransportationType {
   DtString name;
-  DtString description;  // always the same text as semantics
+  DtString description;  ///< always the same text as semantics
   bool reliable = false;
   DtString semantics;
 };
@@ -65,7 +65,7 @@ struct DtBasicDataRepresentationType {
   DtString name;
   unsigned long size = 0;
   DtString interpretation;
-  int32_t endian = 0;  // 0 not given, 1 Big, 2 Little
+  int32_t endian = 0;  ///< 0 not given, 1 Big, 2 Little
   DtString encoding;
 };
 
@@ -141,12 +141,12 @@ struct DtUpdateRateType {
 // The vocabulary of the object model documents: every element, attribute and value name that
 // the XML readers compare against. Readers compare against these names, never against literals.
 
-// Dialect marks.
+/// Dialect marks.
 inline constexpr const char* IEEE1516_2009 = "IEEE1516-2009";
 inline constexpr const char* IEEE1516_2010 = "IEEE1516-2010";
 inline constexpr const char* IEEE1516_2025 = "IEEE1516-2025";
 
-// Element names.
+/// Element names.
 inline constexpr const char* tagDocumentType = "objectModel";
 inline constexpr const char* tagObjectModel = "objectModel";
 inline constexpr const char* tagModelIdentification = "modelIdentification";
@@ -189,7 +189,7 @@ inline constexpr const char* tagNote = "note";
 inline constexpr const char* tagUpdateRates = "updateRates";
 inline constexpr const char* tagSingleUpdateRate = "updateRate";
 
-// Attribute and child-element names.
+/// Attribute and child-element names.
 inline constexpr const char* attrAccuracy = "accuracy";
 inline constexpr const char* attrAccuracyNotes = "accuracyNotes";
 inline constexpr const char* attrAppDomain = "appDomain";
@@ -279,7 +279,7 @@ inline constexpr const char* attrSynchronizationPoint = "synchronizationPoint";
 inline constexpr const char* attrUseLimitation = "useLimitation";
 inline constexpr const char* attrUseHistory = "useHistory";
 
-// Values.
+/// Values.
 inline constexpr const char* valueSharingPublish = "Publish";
 inline constexpr const char* valueSharingSubscribe = "Subscribe";
 inline constexpr const char* valueSharingPublishSubscribe = "PublishSubscribe";
@@ -324,23 +324,23 @@ inline constexpr const char* valueNA = "NA";
 inline constexpr const char* valueBig = "Big";
 inline constexpr const char* valueLittle = "Little";
 
-// The object model namespaces (no reader compares against them).
+/// The object model namespaces (no reader compares against them).
 inline constexpr const char* xmlns_HLA1516_2010 = "http://standards.ieee.org/IEEE1516-2010";
 inline constexpr const char* xmlns_HLA1516_2025 = "http://standards.ieee.org/IEEE1516-2025";
 
-// Base of the three XML readers: the parser set-up, the format test on a document root, and the
-// helpers that read a libxml2 node. Every parse... and process... operation answers 0 to go on
-// or 2 to stop the walk; the walks are virtual so that a dialect, or a host, can replace one
-// section and keep the rest.
-//
-// Construction sets libxml2's process-wide xmlKeepBlanksDefault(0), and the dialect readers'
-// destructors call xmlCleanupParser: neither may overlap XML parsing in another thread.
+/// Base of the three XML readers: the parser set-up, the format test on a document root, and the
+/// helpers that read a libxml2 node. Every parse... and process... operation answers 0 to go on
+/// or 2 to stop the walk; the walks are virtual so that a dialect, or a host, can replace one
+/// section and keep the rest.
+///
+/// Construction sets libxml2's process-wide xmlKeepBlanksDefault(0), and the dialect readers'
+/// destructors call xmlCleanupParser: neither may overlap XML parsing in another thread.
 class DtXmlFedReader : public DtFedReader {
  public:
   DtXmlFedReader();
   ~DtXmlFedReader() override;
 
-  // The walks of a document, in the order of their slots.
+  /// The walks of a document, in the order of their slots.
   virtual int processFed(xmlNode* root) = 0;
   virtual int parseTransportationsList(xmlNode* node) = 0;
   virtual int processObjects(xmlNode* node) = 0;
@@ -355,7 +355,7 @@ class DtXmlFedReader : public DtFedReader {
   virtual int parseDimension(xmlNode* node) = 0;
   virtual int parseSwitches(xmlNode* node) = 0;
   virtual int parseParameter(xmlNode* node, const DtString& className) = 0;
-  // Logs a transportations section of the attribute form; no dialect calls it.
+  /// Logs a transportations section of the attribute form; no dialect calls it.
   virtual int parseTransportationTree(xmlNode* node);
   virtual int parseDataTypeTree(xmlNode* node) = 0;
   virtual int parseNotesTree(xmlNode* node) = 0;
@@ -367,42 +367,42 @@ class DtXmlFedReader : public DtFedReader {
   virtual int parseFixedRecordDataTypesTree(xmlNode* node) = 0;
   virtual int parseVariantRecordDataTypesTree(xmlNode* node) = 0;
 
-  // Node helpers.
-  // Appends "name= value\n" for each attribute of node ("name\n" for one with no value).
+  /// Node helpers.
+  /// Appends "name= value\n" for each attribute of node ("name\n" for one with no value).
   virtual void appendNodeProperties(xmlNode* node, DtString& text) const;
-  // Appends the node's name, " " and its content, each "*" when missing.
+  /// Appends the node's name, " " and its content, each "*" when missing.
   virtual void appendNodeContent(xmlNode* node, DtString& text) const;
-  // A text node with no content or with only blanks, tabs and line ends.
+  /// A text node with no content or with only blanks, tabs and line ends.
   virtual bool isBlankText(xmlNode* node) const;
-  // A comment or blank text (by isBlankText): what the walks pass over.
+  /// A comment or blank text (by isBlankText): what the walks pass over.
   bool isCommentOrBlank(xmlNode* node) const;
-  // The text of node's attribute of this name; "" for an attribute with an empty value, null
-  // when there is no such attribute.
+  /// The text of node's attribute of this name; "" for an attribute with an empty value, null
+  /// when there is no such attribute.
   virtual const char* propertyByName(xmlNode* node, const xmlChar* name);
-  // value becomes the attribute's text, or "" when there is none; answers whether it exists.
+  /// value becomes the attribute's text, or "" when there is none; answers whether it exists.
   virtual bool getPropertyByName(xmlNode* node, const xmlChar* name, DtString& value);
-  // value becomes the content of node's first child when there is one with content, and
-  // answers true; otherwise value keeps what it held and the answer is false.
+  /// value becomes the content of node's first child when there is one with content, and
+  /// answers true; otherwise value keeps what it held and the answer is false.
   virtual bool getChildrenContent(xmlNode* node, DtString& value) const;
   virtual DtString childrenContent(xmlNode* node) const;
-  // value becomes the text of the first child element of this name that holds text, or "".
+  /// value becomes the text of the first child element of this name that holds text, or "".
   virtual bool getChildContentByName(xmlNode* node, const xmlChar* name, DtString& value);
-  // Digits only: false for "", for a sign, a blank or any other character. value gets what a
-  // stream read all the same ("12a" gives 12 and false).
+  /// Digits only: false for "", for a sign, a blank or any other character. value gets what a
+  /// stream read all the same ("12a" gives 12 and false).
   virtual bool convertStringToULong(std::string text, unsigned long& value);
 
-  // The format of an open XML file, told by its root element; 0 if not recognised or
-  // unreadable. The file is left open and rewound.
+  /// The format of an open XML file, told by its root element; 0 if not recognised or
+  /// unreadable. The file is left open and rewound.
   static DtFomType fomType(void* file);
-  // The format told by a root element: 3 or 4 by the namespace, 2 by the attributes of the
-  // root or of its first transportation, else 0.
+  /// The format told by a root element: 3 or 4 by the namespace, 2 by the attributes of the
+  /// root or of its first transportation, else 0.
   static DtFomType fomType(xmlNode* root);
-  // The text of the first child element of this name whose first child is a text node.
+  /// The text of the first child element of this name whose first child is a text node.
   static const char* childContentByName(xmlNode* node, const xmlChar* name);
-  // The first child of node with this name, of whatever node type; null if none.
+  /// The first child of node with this name, of whatever node type; null if none.
   static xmlNode* getNodeByName(xmlNode* node, const xmlChar* name);
 
-  // Erases the leading run of c; a text made only of c is left as it is.
+  /// Erases the leading run of c; a text made only of c is left as it is.
   template <typename String, typename Char>
   void clipPrefix(String& text, Char c) {
     size_t run = 0;
@@ -411,8 +411,8 @@ class DtXmlFedReader : public DtFedReader {
     if (run > 0 && run < size) text.erase(0, run);
   }
 
-  // Writes the attributes of node to DtVerbose as appendNodeProperties gives them, followed by
-  // " \n\n"; nothing is made when DtVerbose is off.
+  /// Writes the attributes of node to DtVerbose as appendNodeProperties gives them, followed by
+  /// " \n\n"; nothing is made when DtVerbose is off.
   void logNodeProperties(xmlNode* node) const;
 
   static const DtString theValueObjectRoot;
@@ -420,12 +420,12 @@ class DtXmlFedReader : public DtFedReader {
   static const DtString theValueEnabled;
 
  protected:
-  // The walk shared by the sections whose elements each become one record.
+  /// The walk shared by the sections whose elements each become one record.
   struct RecordWalk;
 
-  // The target of the read. The XML walks go through this one and leave DtFedReader's unused.
+  /// The target of the read. The XML walks go through this one and leave DtFedReader's unused.
   DtFedTarget* target;
-  // The name of the file being read.
+  /// The name of the file being read.
   DtFilename fileName;
 };
 

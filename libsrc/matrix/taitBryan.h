@@ -7,7 +7,7 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// Tait-Bryan angles: psi (heading), theta (pitch), phi (roll), in that order.
+/// Tait-Bryan angles: psi (heading), theta (pitch), phi (roll), in that order.
 class DtTaitBryan {
  public:
   DtTaitBryan();

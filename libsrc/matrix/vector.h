@@ -7,7 +7,7 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// Three components of one type, read by name or by index 0 to 2.
+/// Three components of one type, read by name or by index 0 to 2.
 template <typename T>
 class DtVectorT {
  public:

@@ -14,8 +14,8 @@ const int DtInvalidInputNumber = -1;
 const int DtUnknownExceptionNumber = -2;
 const int DtCorruptedStateNumber = -3;
 
-// Base of every exception the library throws. It may carry the exception it was raised for
-// (its cause); the chain is held by copies, so a caught exception can go out of scope.
+/// Base of every exception the library throws. It may carry the exception it was raised for
+/// (its cause); the chain is held by copies, so a caught exception can go out of scope.
 class DtException {
  public:
   DtException(const char* message, const char* function, const char* file, unsigned int line,
@@ -24,13 +24,13 @@ class DtException {
   DtException& operator=(const DtException& other);
   virtual ~DtException();
 
-  // The exception itself: the most recent link of its chain.
+  /// The exception itself: the most recent link of its chain.
   virtual const DtException* lastException() const;
-  // The first cause of the chain; the exception itself when it has no cause.
+  /// The first cause of the chain; the exception itself when it has no cause.
   virtual const DtException* initialException() const;
   virtual const char* message() const;
   virtual const char* what() const;
-  // "function (file:line)".
+  /// "function (file:line)".
   virtual const char* where() const;
 
   const DtException* previous() const { return previous_.get(); }
@@ -59,10 +59,10 @@ typedef DtTemplatedException<DtInvalidInputNumber> DtInvalidInput;
 typedef DtTemplatedException<DtCorruptedStateNumber> DtCorruptedState;
 typedef DtTemplatedException<DtUnknownExceptionNumber> DtUnknownException;
 
-// Writes the message and its place, then each cause on a line of its own.
+/// Writes the message and its place, then each cause on a line of its own.
 std::ostream& operator<<(std::ostream& out, const DtException& exception);
 
-// The base name of a source file without its extension, as exceptions report it.
+/// The base name of a source file without its extension, as exceptions report it.
 std::string DtSourceName(const char* file);
 
 }  // namespace KORRti

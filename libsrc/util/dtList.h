@@ -23,7 +23,7 @@ class DtListItem {
   void* data_;
 };
 
-// Doubly linked list of untyped pointers. It owns its items, never the data.
+/// Doubly linked list of untyped pointers. It owns its items, never the data.
 class DtList {
  public:
   DtList() = default;
@@ -31,11 +31,11 @@ class DtList {
   DtList& operator=(const DtList&) = delete;
   ~DtList();
 
-  // Appends at the end.
+  /// Appends at the end.
   DtListItem* add(void* data) { return addAfter(data, last_); }
-  // A new item behind item, or at the head when item is null.
+  /// A new item behind item, or at the head when item is null.
   DtListItem* addAfter(void* data, DtListItem* item);
-  // Unlinks and frees the item, leaving its data alone.
+  /// Unlinks and frees the item, leaving its data alone.
   void remove(DtListItem* item);
   DtListItem* first() const { return first_; }
   DtListItem* last() const { return last_; }

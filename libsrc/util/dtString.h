@@ -9,8 +9,8 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// Owning text with value semantics. The text pointer it hands out is never null and stays valid
-// until the string is changed or destroyed. Polymorphic because DtFilename derives from it.
+/// Owning text with value semantics. The text pointer it hands out is never null and stays valid
+/// until the string is changed or destroyed. Polymorphic because DtFilename derives from it.
 class DtString {
  public:
   DtString();
@@ -23,7 +23,7 @@ class DtString {
   explicit DtString(double value);
   virtual ~DtString();
 
-  // Slot order of the virtual members is part of the type's contract.
+  /// Slot order of the virtual members is part of the type's contract.
   virtual DtString& operator=(const DtString& other);
   virtual operator char const*() const;
   virtual DtString& operator+=(const char* text);
@@ -41,25 +41,25 @@ class DtString {
   void toLower();
   bool caseCompare(const char* text) const;
   bool caseCompare(const DtString& text) const;
-  // Index of the first occurrence of text, negative if there is none.
+  /// Index of the first occurrence of text, negative if there is none.
   int findString(const DtString& text) const;
-  // Removes the front up to and including c (its first occurrence, or its last when greedy).
+  /// Removes the front up to and including c (its first occurrence, or its last when greedy).
   void snipFront(char c, bool greedy);
-  // Removes the back from c on (its last occurrence, or its first when greedy).
+  /// Removes the back from c on (its last occurrence, or its first when greedy).
   void snipBack(char c, bool greedy);
   void chompFront();
   void chompBack();
 
-  // Numeric and boolean readings of the text. Leading and trailing white space is allowed;
-  // anything else that is not part of the number makes *ok false (when ok is given) and the
-  // result 0 (false for toBool).
+  /// Numeric and boolean readings of the text. Leading and trailing white space is allowed;
+  /// anything else that is not part of the number makes *ok false (when ok is given) and the
+  /// result 0 (false for toBool).
   double toDouble(bool* ok = nullptr) const;
   float toFloat(bool* ok = nullptr) const;
   int toInt(bool* ok = nullptr) const;
   unsigned int toUInt(bool* ok = nullptr) const;
   long toLong(bool* ok = nullptr) const;
   unsigned long toULong(bool* ok = nullptr) const;
-  // "true", "yes", "on", "1" and "false", "no", "off", "0", in any case.
+  /// "true", "yes", "on", "1" and "false", "no", "off", "0", in any case.
   bool toBool(bool* ok = nullptr) const;
 
   bool operator==(const char* text) const;
@@ -81,7 +81,7 @@ DtString operator+(const char* a, const DtString& b);
 DtString operator+(const DtString& a, const DtString& b);
 std::ostream& operator<<(std::ostream& out, const DtString& text);
 
-// The text with every occurrence of from replaced by to; an empty from changes nothing.
+/// The text with every occurrence of from replaced by to; an empty from changes nothing.
 DtString DtReplaceAllSubstrings(const DtString& text, const DtString& from, const DtString& to);
 
 }  // namespace KORRti

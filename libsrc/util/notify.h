@@ -10,14 +10,14 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// How much the notify streams print: a stream writes only while DtNotifyLevel is at least its
-// threshold (DtWarn 1, DtInfo 2, DtVerbose 3, DtDebug 4). The default is 1.
+/// How much the notify streams print: a stream writes only while DtNotifyLevel is at least its
+/// threshold (DtWarn 1, DtInfo 2, DtVerbose 3, DtDebug 4). The default is 1.
 extern int DtNotifyLevel;
-// Switches on the interpreter's traces. The default is 0.
+/// Switches on the interpreter's traces. The default is 0.
 extern int DtLispDebugOn;
 
-// Stream buffer that writes straight through to a stdio file and flushes after every write, so
-// that its output stays in order with printf and fprintf on the same file.
+/// Stream buffer that writes straight through to a stdio file and flushes after every write, so
+/// that its output stays in order with printf and fprintf on the same file.
 class DtNotifyBuf : public std::streambuf {
  public:
   DtNotifyBuf(FILE* (*file)(), int threshold) : file_(file), threshold_(threshold) {}
@@ -33,7 +33,7 @@ class DtNotifyBuf : public std::streambuf {
   int threshold_;
 };
 
-// An ostream with a printf-style call operator; both obey the same DtNotifyLevel filter.
+/// An ostream with a printf-style call operator; both obey the same DtNotifyLevel filter.
 class DtOutputStream : public std::ostream {
  public:
   DtOutputStream(FILE* (*file)(), int threshold);
@@ -44,10 +44,10 @@ class DtOutputStream : public std::ostream {
   DtNotifyBuf buf_;
 };
 
-extern DtOutputStream DtInfo;     // standard output, level 2
-extern DtOutputStream DtWarn;     // standard error, level 1
-extern DtOutputStream DtVerbose;  // standard output, level 3
-extern DtOutputStream DtDebug;    // standard output, level 4
+extern DtOutputStream DtInfo;     ///< standard output, level 2
+extern DtOutputStream DtWarn;     ///< standard error, level 1
+extern DtOutputStream DtVerbose;  ///< standard output, level 3
+extern DtOutputStream DtDebug;    ///< standard output, level 4
 
 }  // namespace KORRti
 

@@ -7,9 +7,9 @@ KTL_API_BEGIN
 
 namespace KORRti {
 
-// The platform's name, as uname reports it ("Linux").
+/// The platform's name, as uname reports it ("Linux").
 const char* DtOperatingSystem();
-// The next key pressed, or 0 at once if none is waiting on standard input.
+/// The next key pressed, or 0 at once if none is waiting on standard input.
 int DtPollBlockingInputChar();
 void DtSleep(double seconds);
 
