@@ -29,9 +29,10 @@ namespace KORRti {
 /// read answers 0; with it, the section ends and the read answers 2.
 class DtFedReader1516 : public DtXmlFedReader {
  public:
+  /// A reader for format 2 with no target and no text.
   DtFedReader1516();
   /// Calls xmlCleanupParser, which acts on the whole process, after dropping the schema that
-  /// the 1516-2010 and 2025 readers keep compiled (it depends on what that frees).
+  /// DtFedReader1516e and DtFedReader1516_4 keep compiled (it depends on what that frees).
   ~DtFedReader1516() override;
 
   /// Reads the whole file, tells the target its format (2) and walks the document. With
@@ -41,6 +42,13 @@ class DtFedReader1516 : public DtXmlFedReader {
   int readFedFilePtr(FILE* file, DtFedTarget* target, DtFilename fileName,
                      unsigned int strictChecking, bool validate, bool skipSwitches) override;
 
+  /// The walk of the document, one slot for each section or element: processFed takes the
+  /// root, each other its element, with the full dotted name of the class it belongs to. Each
+  /// answers 0 to go on or 2 to stop. A class, attribute, parameter or dimension without a
+  /// name, a dimension with a bad bound or value, a wrong root class and a refused class (but
+  /// for the management classes that a replaced root may lack) fail; most other unexpected
+  /// content, an unknown order among it, fails only under strict bit 1.
+  /// @{
   int processFed(xmlNode* root) override;
   int parseTransportationsList(xmlNode* node) override;
   int processObjects(xmlNode* node) override;
@@ -64,16 +72,27 @@ class DtFedReader1516 : public DtXmlFedReader {
   int parseEnumeratedDataTypesTree(xmlNode* node) override;
   int parseFixedRecordDataTypesTree(xmlNode* node) override;
   int parseVariantRecordDataTypesTree(xmlNode* node) override;
+  /// @}
 
   /// True if doc is valid against the DTD in dtdFile (a local file: a URL is refused).
   virtual bool dtdValidate(xmlDoc* doc, const char* dtdFile);
   /// Checks a document that the caller parsed (its DTD, always validated, and its root) without
   /// reading its content. After a failure the document has been freed here.
   virtual int processXmlDocPtr(xmlDoc* doc);
+  /// The time section: its timeStamp and lookahead elements, each a DtTimeType record named by
+  /// its element; any other element is unexpected.
   virtual int parseTimeTree(xmlNode* node);
+  /// The synchronization points section: each element a DtSynchronizationPointsType record,
+  /// its capability a number from 1 to 5 in the order of the document's words; 0 when it is not
+  /// given, and 0 as unexpected content when it is no known word.
   virtual int parseSynchronizationsTree(xmlNode* node);
 
   /// The getters of one class, attribute or parameter element; only getOrderType can fail.
+  /// Each reads an XML attribute of node. One that is missing or holds an unknown word gives
+  /// publish-subscribe sharing, no-transfer ownership, the not-applicable update type, an empty
+  /// text, or a transport or order of -1 (an unknown transport warns). An unknown order sets
+  /// lastError() and answers 2.
+  /// @{
   virtual int getSharingType(xmlNode* node, DtSharingType_enum& sharing);
   virtual int getSemantics(xmlNode* node, DtString& semantics);
   virtual int getNotes(xmlNode* node, DtString& notes);
@@ -82,6 +101,7 @@ class DtFedReader1516 : public DtXmlFedReader {
   virtual int getUpdateType(xmlNode* node, DtFomUpdateType_enum& updateType);
   virtual int getTransportType(xmlNode* node, DtTransportType& transport);
   virtual int getOrderType(xmlNode* node, DtOrderType& order);
+  /// @}
 
  protected:
   /// The target refused "HLAobjectRoot" and took "ObjectRoot"; kept from one read to the next.

@@ -21,9 +21,9 @@ namespace KORRti {
 /// A module's rank is one more than the highest rank of its dependencies, 0 for a module that
 /// depends on nothing; the result lists the modules by rank, ties in the order the ranking met
 /// them. Nothing fails: an unknown dependency counts 0, a dependency that closes a cycle is
-/// dropped, and a second file with a model name already taken is ranked under its file name,
-/// behind the other modules; each is reported on DtVerbose. ("Depedency" is the operations'
-/// spelling.)
+/// dropped, and a second file with a model name already taken is ranked under its file name
+/// once the other modules are, after what it depends on; each is reported on DtVerbose.
+/// ("Depedency" is the operations' spelling.)
 class DtFomSorter {
  public:
   DtFomSorter();
@@ -56,6 +56,7 @@ class DtFomSorter {
   virtual void makeUniqueFomName(DtString& fomName);
 
  protected:
+  /// A module's model name and the model names it depends on.
   using Module = std::pair<DtString, std::vector<DtString>>;
 
   /// Rank to model name; equal ranks in the order they were inserted.
