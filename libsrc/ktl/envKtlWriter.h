@@ -30,7 +30,7 @@ class DtEnvKTLWriter : public DtEnvWriter {
  protected:
   /// The tree being written, null outside writeFile.
   DtEnvironment* env = nullptr;
-  DtEnvValueSP root;
+  DtEnvValueSP root;  ///< Its root, held only while writeFile runs.
   /// The indentation of the node being written, in blanks.
   std::int32_t depth = 0;
 };

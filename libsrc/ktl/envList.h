@@ -14,14 +14,20 @@ namespace KORRti {
 /// leading children are hidden holders of their name (and type).
 class DtEnvList : public DtEnvValue {
  public:
+  /// A list without children, holding value.
   explicit DtEnvList(const DtString& value);
+  /// Takes the subtree down without recursion, so that a deep tree can't exhaust the stack.
   ~DtEnvList() override;
 
   DtEnvValue* clone() const override;
 
-  /// The first and last entry of the children, or an empty handle when there are none.
+  /// The first and last entry of the children, or an empty handle when there are none. Here
+  /// the hidden holders count: named lists and objects override first(), but last() of one
+  /// without further children answers its last holder.
+  /// @{
   virtual DtEnvValueSP first() const;
   virtual DtEnvValueSP last() const;
+  /// @}
   /// The entry behind child; an empty handle for an empty, foreign or last child. A child that
   /// stands in the list twice is found at the place the walk reached, so walks end.
   virtual DtEnvValueSP next(DtEnvValueSP child) const;

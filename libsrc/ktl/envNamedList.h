@@ -12,12 +12,14 @@ namespace KORRti {
 /// hidden first child, which iteration skips.
 class DtEnvNamedList : public DtEnvList {
  public:
+  /// A named list holding value, without children; name goes to the hidden holder.
   DtEnvNamedList(const DtString& name, const DtString& value);
   ~DtEnvNamedList() override;
 
   DtEnvValue* clone() const override;
   /// The first child behind the name holder.
   DtEnvValueSP first() const override;
+  /// The name, expanded by Modifiers like a value.
   virtual DtString name() const;
   /// Sets the holder's value, so the name is expanded too; no notification travels up.
   virtual void setName(const DtString& name);

@@ -18,6 +18,7 @@ class DtEnvObjectSync;
 /// name. Name and type are kept in the two hidden first children.
 class DtEnvObject : public DtEnvNamedList {
  public:
+  /// An object holding value, without children or sync; name and type go to the hidden holders.
   DtEnvObject(const DtString& name, const DtString& type, const DtString& value);
   ~DtEnvObject() override;
 
@@ -32,10 +33,14 @@ class DtEnvObject : public DtEnvNamedList {
   void append(DtEnvValueSP child) override;
   /// Erases the index entry of the child's name, removes the child, then tells the sync.
   void remove(DtEnvValueSP child) override;
+  /// The name, expanded by Modifiers like a value.
   DtString name() const override;
   void setName(const DtString& name) override;
+  /// The type, expanded by Modifiers like a value.
   virtual DtString type() const;
+  /// Sets the type holder's value, so the type is expanded too; no notification travels up.
   virtual void setType(const DtString& type);
+  /// The sync set on the object, or null.
   virtual DtEnvObjectSync* sync() const;
   /// Stores the sync (not owned) and, when it is not null, has it take the node's data at once.
   virtual void setSync(DtEnvObjectSync* sync);

@@ -18,6 +18,7 @@ namespace KORRti {
 /// into the tree. A sync must unbind before its node goes (its destructor does).
 class DtEnvObjectSync {
  public:
+  /// A sync bound to nothing, without attribute syncs.
   DtEnvObjectSync();
   DtEnvObjectSync(const DtEnvObjectSync&) = delete;
   DtEnvObjectSync& operator=(const DtEnvObjectSync&) = delete;
@@ -40,6 +41,7 @@ class DtEnvObjectSync {
   virtual void addAttributeSync(const DtString& name, DtEnvObjectSync* sync);
   /// Unbinds and forgets the attribute sync of that name.
   virtual void removeAttributeSync(const DtString& name);
+  /// Unbinds and forgets every attribute sync.
   virtual void removeAllAttributeSyncs();
   /// Always null here; see addAttributeSync().
   virtual DtEnvObjectSync* attributeSync(const DtString& name);
@@ -50,11 +52,14 @@ class DtEnvObjectSync {
   virtual void syncOut(DtEnvObject* object) = 0;
   /// The node type generateObject() makes.
   virtual DtString objectType() const = 0;
-  /// Something below the object changed; child is the object's direct child on the way.
+  /// Something below the object changed; child is the object's direct child on the way. Does
+  /// nothing here.
   virtual void unboundAttributeSyncInCB(DtEnvValue* child);
-  /// A child was appended to, or removed from, the object.
+  /// A child was appended to, or removed from, the object. Both do nothing here.
+  /// @{
   virtual void attributeAddedCB(DtEnvValueSP node);
   virtual void attributeRemovedCB(DtEnvValueSP node);
+  /// @}
 
  protected:
   /// The syncs of the object's attributes by attribute name; not owned. Filled only by derived

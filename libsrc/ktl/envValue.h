@@ -18,10 +18,10 @@ using DtEnvValueSP = std::shared_ptr<DtEnvValue>;
 
 /// Bit flags of a node's class chain; a node's format is the union of the flags of its classes.
 enum DtEnvValueFormat : std::uint32_t {
-  DtEnvListFormat = 1,
-  DtEnvNamedFormat = 2,
-  DtEnvObjectFormat = 4,
-  DtEnvNativeFormat = 8
+  DtEnvListFormat = 1,    ///< a DtEnvList, which holds children
+  DtEnvNamedFormat = 2,   ///< a DtEnvNamedList, which has a name
+  DtEnvObjectFormat = 4,  ///< a DtEnvObject, which has a type
+  DtEnvNativeFormat = 8   ///< a DtNativeValue
 };
 
 /// Expands the first "$(NAME)" reference of text from the process environment into result. Only
@@ -33,12 +33,15 @@ void Modifiers(DtString& result, const DtString& text);
 /// for a comment. value() is the text after Modifiers, unmodifiedValue() the text as it was set.
 class DtEnvValue {
  public:
+  /// A node without a parent whose value is set as by setValue().
   explicit DtEnvValue(const DtString& value);
   DtEnvValue(const DtEnvValue&) = delete;
   DtEnvValue& operator=(const DtEnvValue&) = delete;
 
   virtual ~DtEnvValue();
+  /// The value after Modifiers: its first "$(NAME)" expanded.
   virtual DtString value() const;
+  /// The value as it was last set.
   virtual DtString unmodifiedValue() const;
   /// Does nothing when text equals unmodifiedValue(); otherwise stores it, expands it and
   /// reports the change through valueChanged().
@@ -54,7 +57,9 @@ class DtEnvValue {
   /// A detached copy built from value(); the caller owns it.
   virtual DtEnvValue* clone() const;
 
+  /// The DtEnvValueFormat flags of the node's classes; 0 for a plain value.
   std::uint32_t format() const { return format_; }
+  /// Adds flag to format(); each derived constructor adds the flag of its class.
   void addFormat(DtEnvValueFormat flag) { format_ |= static_cast<std::uint32_t>(flag); }
 
  private:

@@ -29,7 +29,9 @@ namespace KORRti {
 /// generic handler that the host installed stays in place.
 class DtQuietXmlErrors {
  public:
+  /// Installs handlers that drop the reports, where libxml2's defaults are in place.
   DtQuietXmlErrors();
+  /// Puts libxml2's defaults back where the constructor replaced them.
   ~DtQuietXmlErrors();
   DtQuietXmlErrors(const DtQuietXmlErrors&) = delete;
   DtQuietXmlErrors& operator=(const DtQuietXmlErrors&) = delete;
@@ -44,6 +46,8 @@ namespace detail {
 /// The one way this library frees a libxml2 object: an owner per object, whatever the way out.
 /// Each call frees its kind with libxml2's own function and does nothing for null.
 struct XmlFree {
+  /// Frees the object; a validation context with xmlFree.
+  /// @{
   void operator()(xmlTextReader* reader) const;
   void operator()(xmlTextWriter* writer) const;
   void operator()(xmlBuffer* buffer) const;
@@ -53,9 +57,11 @@ struct XmlFree {
   void operator()(xmlSchema* schema) const;
   void operator()(xmlSchemaParserCtxt* context) const;
   void operator()(xmlSchemaValidCtxt* context) const;
+  /// @}
   /// Text that libxml2 allocated (xmlFree).
   void operator()(char* text) const;
 };
+/// The owner of one libxml2 object, freed through XmlFree.
 template <typename Object>
 using XmlPtr = std::unique_ptr<Object, XmlFree>;
 
@@ -63,7 +69,9 @@ using XmlPtr = std::unique_ptr<Object, XmlFree>;
 /// write ends, however it ends, so that nothing points into a tree the caller may drop.
 class TreeHold {
  public:
+  /// Holds the reader's or writer's own members env and node; it does not change them yet.
   TreeHold(DtEnvironment*& env, std::weak_ptr<DtEnvValue>& node) : env_(env), node_(node) {}
+  /// Sets env to null and empties node.
   ~TreeHold() {
     env_ = nullptr;
     node_.reset();
@@ -100,6 +108,7 @@ class DtEnvReader {
 /// that the host installed still gets them); the exception carries libxml2's message.
 class DtEnvXMLReader : public DtEnvReader {
  public:
+  /// A reader that validates against the DTD, and substitutes entities, when validate is true.
   explicit DtEnvXMLReader(bool validate);
   DtEnvXMLReader(const DtEnvXMLReader&) = delete;
   DtEnvXMLReader& operator=(const DtEnvXMLReader&) = delete;
@@ -131,7 +140,7 @@ class DtEnvXMLReader : public DtEnvReader {
   DtEnvironment* env = nullptr;
   /// The node being filled; empty before the document element and after it closed.
   std::weak_ptr<DtEnvValue> current;
-  bool validate = false;
+  bool validate = false;  ///< Whether reads validate; see useDtdValidation().
 
  private:
   /// libxml2's parser options for the current validation setting.

@@ -48,13 +48,15 @@ class DtEnvXMLWriter : public DtEnvWriter {
   DtEnvXMLWriter(const DtString& rootName, const DtString& dtdFile);
   DtEnvXMLWriter(const DtEnvXMLWriter&) = delete;
   DtEnvXMLWriter& operator=(const DtEnvXMLWriter&) = delete;
+  /// Frees writeString's buffer.
   ~DtEnvXMLWriter() override;
 
   /// Writes the document to file, laid out by libxml2's formatter.
   bool writeFile(DtEnvironment& env, const DtString& file) override;
   /// Indents each level of writeFile's output by text; the empty text turns indentation off.
   virtual void setIndentation(const DtString& text);
-  /// Writes the document, never indented, into out.
+  /// Writes the document, never indented, into out. False, with a line on standard error and
+  /// out unchanged, when libxml2 refuses the buffer, the writer or the document's start or end.
   virtual bool writeString(DtEnvironment& env, DtString& out);
 
  protected:
@@ -71,9 +73,12 @@ class DtEnvXMLWriter : public DtEnvWriter {
   DtString rootName;
   /// The system identifier of the DTD declaration.
   DtString dtdFile;
-  bool writeDtd = false;
+  bool writeDtd = false;  ///< Whether the DTD declaration is written; set by the constructor.
+  /// Whether writeFile indents, and by which text; set by setIndentation().
+  /// @{
   bool indent = false;
   DtString indentString;
+  /// @}
   /// writeString's output buffer, made on its first call and kept for the next ones.
   xmlBufferPtr buffer = nullptr;
 

@@ -29,52 +29,83 @@ class DtEnvironment {
   explicit DtEnvironment(const DtString& name);
   /// A handle on an existing node.
   explicit DtEnvironment(DtEnvValueSP node);
+  /// Another handle on the same tree, with the same root.
+  /// @{
   DtEnvironment(const DtEnvironment&) = default;
   DtEnvironment& operator=(const DtEnvironment&) = default;
+  /// @}
   virtual ~DtEnvironment();
 
-  /// -- Cursor
+  // -- Cursor
+  /// The node the handle holds: the start of every operation given no node.
   DtEnvValueSP root() const { return root_; }
+  /// Moves the cursor to node; the tree is not changed.
   void setRoot(DtEnvValueSP node) { root_ = std::move(node); }
   /// Moves the cursor to the root's parent, if it has a live one.
   void rootToParent();
   /// The topmost ancestor of the root (or of node); the node itself when it has no parent, and
   /// an empty handle when the parent links run in a circle.
+  /// @{
   DtEnvValueSP getTopParent() const;
   DtEnvValueSP getTopParent(DtEnvValueSP node) const;
+  /// @}
 
-  /// -- Adding. Each form without a parent works at the root; each answers the new node, or an
-  /// empty handle when the parent can't hold it.
-  /// A comment. Made only under a list; it gets no parent link.
+  // -- Adding. Each form without a parent works at the root; each answers the new node, or an
+  // empty handle when the parent can't hold it.
+  /// A comment. Made only under a list; it gets no parent link. Answers the new node, or an
+  /// empty handle when parent (the root by default) is not a list.
+  /// @{
   DtEnvValueSP addComment(const DtString& text);
   DtEnvValueSP addComment(const DtString& text, DtEnvValueSP parent);
-  /// Appends the given native value; it gets no parent link.
+  /// @}
+  /// Appends the given native value; it gets no parent link. Answers native, or an empty handle
+  /// when native is empty or parent is not a list.
   DtEnvValueSP addNativeValue(std::shared_ptr<DtNativeValue> native, DtEnvValueSP parent);
-  /// A named list holding value; the change of value is reported upward.
+  /// A named list holding value; the change of value is reported upward. Answers the new node,
+  /// or an empty handle when parent (the root by default) is not a list.
+  /// @{
   DtEnvValueSP addAttribute(const DtString& name, const DtString& value);
   DtEnvValueSP addAttribute(const DtString& name, const DtString& value, DtEnvValueSP parent);
-  /// A named list with an empty value.
+  /// @}
+  /// A named list with an empty value. Answers the new node, or an empty handle when parent
+  /// (the root by default) is not a list.
+  /// @{
   DtEnvValueSP addNamedList(const DtString& name);
   DtEnvValueSP addNamedList(const DtString& name, DtEnvValueSP parent);
-  /// An object with an empty value; without a type its type is its name.
+  /// @}
+  /// An object with an empty value; without a type its type is its name. Answers the new node,
+  /// or an empty handle when parent (the root by default) is not a list.
+  /// @{
   DtEnvValueSP addObject(const DtString& name, const DtString& type);
   DtEnvValueSP addObject(const DtString& name, const DtString& type, DtEnvValueSP parent);
   DtEnvValueSP addObject(const DtString& name);
   DtEnvValueSP addObject(const DtString& name, DtEnvValueSP parent);
+  /// @}
 
-  /// -- Finding. Names are matched whole; there is no path syntax.
-  /// The first named list (objects included) of that name, depth first, pre-order.
+  // -- Finding. Names are matched whole; there is no path syntax.
+  /// The first named list (objects included) of that name, depth first, pre-order, from start
+  /// (the root by default) itself on; an empty handle when there is none.
+  /// @{
   DtEnvValueSP getNamedList(const DtString& name) const;
   DtEnvValueSP getNamedList(const DtString& name, DtEnvValueSP start) const;
+  /// @}
   /// The same search as getNamedList.
+  /// @{
   DtEnvValueSP getAttribute(const DtString& name) const;
   DtEnvValueSP getAttribute(const DtString& name, DtEnvValueSP start) const;
-  /// The first object with that name and type, depth first, pre-order.
+  /// @}
+  /// The first object with that name and type, depth first, pre-order, from start (the root by
+  /// default) itself on; an empty handle when there is none.
+  /// @{
   DtEnvValueSP getObject(const DtString& name, const DtString& type) const;
   DtEnvValueSP getObject(const DtString& name, const DtString& type, DtEnvValueSP start) const;
+  /// @}
   /// The first direct child of parent that is a native value.
   DtEnvValueSP getNativeValue(DtEnvValueSP parent) const;
-  /// Append every match, in pre-order, to out; its earlier content stays.
+  /// Append every match, in pre-order, to out; its earlier content stays. The named lists
+  /// (objects included) of that name, the objects of that name, or the objects of that type,
+  /// from start (the root by default) itself on.
+  /// @{
   void getNamedListsByName(const DtString& name, std::list<DtEnvValueSP>& out) const;
   void getNamedListsByName(const DtString& name, std::list<DtEnvValueSP>& out,
                            DtEnvValueSP start) const;
@@ -84,18 +115,26 @@ class DtEnvironment {
   void getObjectsByType(const DtString& type, std::list<DtEnvValueSP>& out) const;
   void getObjectsByType(const DtString& type, std::list<DtEnvValueSP>& out,
                         DtEnvValueSP start) const;
+  /// @}
   /// The sync of getObject(name, type), or null.
+  /// @{
   DtEnvObjectSync* getObjectSync(const DtString& name, const DtString& type) const;
   DtEnvObjectSync* getObjectSync(const DtString& name, const DtString& type,
                                  DtEnvValueSP start) const;
+  /// @}
 
-  /// -- Other
+  // -- Other
   /// Has every object with a sync, in pre-order, write its application's data into the tree.
+  /// @{
   void sync();
   void sync(DtEnvValueSP start);
+  /// @}
   /// A detached clone of node, appended to parent (the root by default) when that is a list.
+  /// The clone has no parent link; an empty handle for node gives an empty handle.
+  /// @{
   DtEnvValueSP copy(DtEnvValueSP node);
   DtEnvValueSP copy(DtEnvValueSP node, DtEnvValueSP parent);
+  /// @}
   /// Takes node out of its parent and out of the root. Its parent link stays.
   void remove(DtEnvValueSP node);
   /// Moves node under newParent. Does nothing when newParent can't hold children, or is node

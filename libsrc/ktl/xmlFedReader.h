@@ -22,131 +22,206 @@ namespace KORRti {
 namespace detail {
 /// libxml2 keeps text as unsigned characters; these convert a name for a call, and a text for
 /// this library's strings ("" for none).
+/// @{
 inline const xmlChar* xmlText(const char* text) {
   return reinterpret_cast<const xmlChar*>(text);
 }
 inline const char* textOf(const xmlChar* text) {
   return text ? reinterpret_cast<const char*>(text) : "";
 }
+/// @}
 }  // namespace detail
 
 // Plain records of what an XML object model document declares. A reader allocates one per
 // element and either hands it to the target's add... operation, which then owns it, or
 // deletes it when the target's has... operation knows it already.
+//
+// DtFedReader1516 fills a record from the attributes of its element, DtFedReader1516e and
+// DtFedReader1516_4 from its child elements. A text that the document does not give stays empty.
 
+/// One element of the time section, the time stamp or the lookahead one. A reader hands it to
+/// DtFedTarget::addTime, which then owns it.
 struct DtTimeType {
-  DtString name;
+  DtString name;  ///< The element's own name.
+  /// The texts given for the element's data type and semantics.
+  /// @{
   DtString dataType;
   DtString semantics;
+  /// @}
 };
 
+/// One user-supplied tag of the tags section, handed to DtFedTarget::addUserSuppliedTag, which
+/// then owns it.
 struct DtUserSuppliedTagsType {
-  DtString name;
+  DtString name;  ///< The element's own name; a comment in the section makes a tag "comment".
+  /// The texts given for the tag's data type and semantics.
+  /// @{
   DtString dataType;
   DtString semantics;
+  /// @}
 };
 
+/// One synchronization point, handed to DtFedTarget::addSynchronizationPoint, which then owns it.
 struct DtSynchronizationPointsType {
-  DtString label;
-  DtString dataType;
-  /// 0 not given, 1 Register, 2 Achieve, 3 RegisterAchieve, 4 NoSynch, 5 NA.
+  DtString label;     ///< The point's label.
+  DtString dataType;  ///< The data type of the point's tag.
+  /// 0 not given or not a known word, 1 Register, 2 Achieve, 3 RegisterAchieve, 4 NoSynch, 5 NA.
+  /// DtFedReader1516e takes an empty capability element for 5.
   int32_t capability = 0;
-  DtString semantics;
+  DtString semantics;  ///< The text given for the point's semantics.
 };
 
+/// One transportation type, handed to DtFedTarget::addTransportation, which then owns it.
 struct DtTransportationType {
-  DtString name;
+  DtString name;         ///< The transportation's name.
   DtString description;  ///< always the same text as semantics
+  /// DtFedReader1516e reads it from a Yes or No element; DtFedReader1516 takes it from the
+  /// name, true for HLAreliable and for any name holding "reliable" in any case.
   bool reliable = false;
+  /// DtFedReader1516 takes it from the description attribute.
   DtString semantics;
 };
 
+/// One basic data representation, handed to DtFedTarget::addBasicDataRepresentation, which then
+/// owns it.
 struct DtBasicDataRepresentationType {
-  DtString name;
+  DtString name;  ///< The representation's name.
+  /// The size, as far as convertStringToULong read its text; 0 when not given.
   unsigned long size = 0;
-  DtString interpretation;
-  int32_t endian = 0;  ///< 0 not given, 1 Big, 2 Little
-  DtString encoding;
+  DtString interpretation;  ///< The text given for the interpretation.
+  int32_t endian = 0;       ///< 0 not given, 1 Big, 2 Little
+  DtString encoding;        ///< The text given for the encoding.
 };
 
+/// One simple data type, handed to DtFedTarget::addSimpleDatatype, which then owns it.
 struct DtSimpleDatatypeType {
+  /// The texts given for the type's name, representation, units, resolution, accuracy and
+  /// semantics.
+  /// @{
   DtString name;
   DtString representation;
   DtString units;
   DtString resolution;
   DtString accuracy;
   DtString semantics;
+  /// @}
 };
 
+/// One enumerator of an enumerated data type, shared by the record that holds it.
 struct DtEnumeratorType {
-  DtString name;
-  DtString values;
+  DtString name;    ///< The enumerator's name.
+  DtString values;  ///< The text of its value, or of its values, as given.
 };
 
+/// One enumerated data type, handed to DtFedTarget::addEnumeratedDatatype, which then owns it.
 struct DtEnumeratedDatatypeType {
+  /// The texts given for the type's name and representation.
+  /// @{
   DtString name;
   DtString representation;
+  /// @}
+  /// One record per enumerator element. The set orders them by address, not as the document
+  /// gives them.
   std::set<std::shared_ptr<DtEnumeratorType>> enumerators;
-  DtString semantics;
+  DtString semantics;  ///< The text given for the type's semantics.
 };
 
+/// One array data type, handed to DtFedTarget::addArrayDatatype, which then owns it.
 struct DtArrayDatatypeType {
+  /// The texts given for the type's name, data type, cardinality, encoding and semantics, kept
+  /// as they stand (the cardinality is not parsed).
+  /// @{
   DtString name;
   DtString dataType;
   DtString cardinality;
   DtString encoding;
   DtString semantics;
+  /// @}
 };
 
+/// One field of a fixed record data type, shared by the record that holds it.
 struct DtFieldType {
+  /// The texts given for the field's name, data type and semantics.
+  /// @{
   DtString name;
   DtString dataType;
   DtString semantics;
+  /// @}
 };
 
+/// One fixed record data type, handed to DtFedTarget::addFixedRecordDatatype, which then owns
+/// it.
 struct DtFixedRecordDatatypeType {
+  /// The texts given for the type's name, encoding and semantics.
+  /// @{
   DtString name;
   DtString encoding;
   DtString semantics;
+  /// @}
+  /// One record per field element. The set orders them by address, not as the document gives
+  /// them.
   std::set<std::shared_ptr<DtFieldType>> fields;
 };
 
+/// One alternative of a variant record data type, shared by the record that holds it.
 struct DtAlternativeType {
+  /// The texts given for the alternative's enumerator, name, data type and semantics.
+  /// @{
   DtString enumerator;
   DtString name;
   DtString dataType;
   DtString semantics;
+  /// @}
 };
 
+/// One variant record data type, handed to DtFedTarget::addVariantRecordDatatype, which then
+/// owns it.
 struct DtVariantRecordDatatypeType {
+  /// The texts given for the type's name, discriminant and data type.
+  /// @{
   DtString name;
   DtString discriminant;
   DtString dataType;
+  /// @}
+  /// One record per alternative element. The set orders them by address, not as the document
+  /// gives them.
   std::set<std::shared_ptr<DtAlternativeType>> alternatives;
+  /// The texts given for the type's encoding and semantics.
+  /// @{
   DtString encoding;
   DtString semantics;
+  /// @}
 };
 
+/// One note of the notes section, handed to DtFedTarget::addNote, which then owns it.
 struct DtNotesType {
+  /// The note's label; DtFedReader1516 takes it from the name attribute.
   DtString label;
-  DtString semantics;
+  DtString semantics;  ///< The text of the note.
 };
 
+/// One update rate, handed to DtFedTarget::addUpdateRate, which then owns it. Only
+/// DtFedReader1516e and DtFedReader1516_4 read update rates.
 struct DtUpdateRateType {
-  DtString name;
+  DtString name;  ///< The rate's name.
+  /// The rate element read as a float; 0 when it is empty or does not start with a number.
   float rate = 0.0f;
-  DtString semantics;
+  DtString semantics;  ///< The text given for the rate's semantics.
 };
 
 // The vocabulary of the object model documents: every element, attribute and value name that
 // the XML readers compare against. Readers compare against these names, never against literals.
 
-/// Dialect marks.
+/// Dialect marks: fomType(xmlNode*) looks for them in the namespace of the root element,
+/// the first two for DtFomTypeEvolved, the last for DtFomType2025.
+/// @{
 inline constexpr const char* IEEE1516_2009 = "IEEE1516-2009";
 inline constexpr const char* IEEE1516_2010 = "IEEE1516-2010";
 inline constexpr const char* IEEE1516_2025 = "IEEE1516-2025";
+/// @}
 
-/// Element names.
+/// Element names of the documents (schemaLocation, an attribute of the root, too).
+/// @{
 inline constexpr const char* tagDocumentType = "objectModel";
 inline constexpr const char* tagObjectModel = "objectModel";
 inline constexpr const char* tagModelIdentification = "modelIdentification";
@@ -188,8 +263,11 @@ inline constexpr const char* tagVarRecAlternative = "alternative";
 inline constexpr const char* tagNote = "note";
 inline constexpr const char* tagUpdateRates = "updateRates";
 inline constexpr const char* tagSingleUpdateRate = "updateRate";
+/// @}
 
-/// Attribute and child-element names.
+/// Attribute and child-element names: DtFedReader1516 reads these items as attributes,
+/// DtFedReader1516e and DtFedReader1516_4 as child elements.
+/// @{
 inline constexpr const char* attrAccuracy = "accuracy";
 inline constexpr const char* attrAccuracyNotes = "accuracyNotes";
 inline constexpr const char* attrAppDomain = "appDomain";
@@ -278,8 +356,10 @@ inline constexpr const char* attrAllowRelaxedDdm = "allowRelaxedDdm";
 inline constexpr const char* attrSynchronizationPoint = "synchronizationPoint";
 inline constexpr const char* attrUseLimitation = "useLimitation";
 inline constexpr const char* attrUseHistory = "useHistory";
+/// @}
 
-/// Values.
+/// Values: the words that the readers compare the text of an attribute or element against.
+/// @{
 inline constexpr const char* valueSharingPublish = "Publish";
 inline constexpr const char* valueSharingSubscribe = "Subscribe";
 inline constexpr const char* valueSharingPublishSubscribe = "PublishSubscribe";
@@ -323,10 +403,13 @@ inline constexpr const char* valueNoSynch = "NoSynch";
 inline constexpr const char* valueNA = "NA";
 inline constexpr const char* valueBig = "Big";
 inline constexpr const char* valueLittle = "Little";
+/// @}
 
 /// The object model namespaces (no reader compares against them).
+/// @{
 inline constexpr const char* xmlns_HLA1516_2010 = "http://standards.ieee.org/IEEE1516-2010";
 inline constexpr const char* xmlns_HLA1516_2025 = "http://standards.ieee.org/IEEE1516-2025";
+/// @}
 
 /// Base of the three XML readers: the parser set-up, the format test on a document root, and the
 /// helpers that read a libxml2 node. Every parse... and process... operation answers 0 to go on
@@ -340,7 +423,11 @@ class DtXmlFedReader : public DtFedReader {
   DtXmlFedReader();
   ~DtXmlFedReader() override;
 
-  /// The walks of a document, in the order of their slots.
+  /// The walks of a document, in the order of their slots. Each reads the element at node (the
+  /// document element for processFed) and answers 0 to go on or 2 to stop; parentName is the
+  /// full dotted name of the enclosing class (the null text at the root), className that of the
+  /// class being read.
+  /// @{
   virtual int processFed(xmlNode* root) = 0;
   virtual int parseTransportationsList(xmlNode* node) = 0;
   virtual int processObjects(xmlNode* node) = 0;
@@ -355,8 +442,13 @@ class DtXmlFedReader : public DtFedReader {
   virtual int parseDimension(xmlNode* node) = 0;
   virtual int parseSwitches(xmlNode* node) = 0;
   virtual int parseParameter(xmlNode* node, const DtString& className) = 0;
-  /// Logs a transportations section of the attribute form; no dialect calls it.
+  /// @}
+  /// Logs a transportations section of the attribute form; no dialect calls it. A child other
+  /// than a transportation sets lastErrorText and answers 2 under DtStrictUnexpectedContent.
   virtual int parseTransportationTree(xmlNode* node);
+  /// The walks of the data types, notes and tags sections and of each kind of data type, as
+  /// above: 0 to go on, 2 to stop.
+  /// @{
   virtual int parseDataTypeTree(xmlNode* node) = 0;
   virtual int parseNotesTree(xmlNode* node) = 0;
   virtual int parseTagsTree(xmlNode* node) = 0;
@@ -366,8 +458,9 @@ class DtXmlFedReader : public DtFedReader {
   virtual int parseEnumeratedDataTypesTree(xmlNode* node) = 0;
   virtual int parseFixedRecordDataTypesTree(xmlNode* node) = 0;
   virtual int parseVariantRecordDataTypesTree(xmlNode* node) = 0;
+  /// @}
 
-  /// Node helpers.
+  // Node helpers.
   /// Appends "name= value\n" for each attribute of node ("name\n" for one with no value).
   virtual void appendNodeProperties(xmlNode* node, DtString& text) const;
   /// Appends the node's name, " " and its content, each "*" when missing.
@@ -384,20 +477,23 @@ class DtXmlFedReader : public DtFedReader {
   /// value becomes the content of node's first child when there is one with content, and
   /// answers true; otherwise value keeps what it held and the answer is false.
   virtual bool getChildrenContent(xmlNode* node, DtString& value) const;
+  /// The same content as a text, or "" where getChildrenContent answers false.
   virtual DtString childrenContent(xmlNode* node) const;
-  /// value becomes the text of the first child element of this name that holds text, or "".
+  /// value becomes the text of the first child element of this name whose first child is a text
+  /// node (as childContentByName finds it), or ""; answers whether there is one.
   virtual bool getChildContentByName(xmlNode* node, const xmlChar* name, DtString& value);
   /// Digits only: false for "", for a sign, a blank or any other character. value gets what a
   /// stream read all the same ("12a" gives 12 and false).
   virtual bool convertStringToULong(std::string text, unsigned long& value);
 
-  /// The format of an open XML file, told by its root element; 0 if not recognised or
-  /// unreadable. The file is left open and rewound.
+  /// The format of an open XML file (a FILE*), told by its root element; 0 if not recognised
+  /// or unreadable. The file is left open, and rewound once it was read.
   static DtFomType fomType(void* file);
   /// The format told by a root element: 3 or 4 by the namespace, 2 by the attributes of the
   /// root or of its first transportation, else 0.
   static DtFomType fomType(xmlNode* root);
-  /// The text of the first child element of this name whose first child is a text node.
+  /// The text of the first child element of this name whose first child is a text node ("" when
+  /// that node has no content); null if there is none.
   static const char* childContentByName(xmlNode* node, const xmlChar* name);
   /// The first child of node with this name, of whatever node type; null if none.
   static xmlNode* getNodeByName(xmlNode* node, const xmlChar* name);
@@ -415,15 +511,19 @@ class DtXmlFedReader : public DtFedReader {
   /// " \n\n"; nothing is made when DtVerbose is off.
   void logNodeProperties(xmlNode* node) const;
 
+  /// valueObjectRoot, valuePrivilegeToDelete and valueEnabled as texts, for comparisons.
+  /// @{
   static const DtString theValueObjectRoot;
   static const DtString theValuePrivilegeToDelete;
   static const DtString theValueEnabled;
+  /// @}
 
  protected:
   /// The walk shared by the sections whose elements each become one record.
   struct RecordWalk;
 
-  /// The target of the read. The XML walks go through this one and leave DtFedReader's unused.
+  /// The target of the read, null before the first read; not owned. The XML walks go through
+  /// this one and leave DtFedReader's unused.
   DtFedTarget* target;
   /// The name of the file being read.
   DtFilename fileName;
